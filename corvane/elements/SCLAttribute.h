@@ -15,7 +15,8 @@ class SCLElement;
 namespace Internal
 {
 class TreeBuilder;
-}
+class XmlTreeWriter;
+} // namespace Internal
 
 /// One attribute of an SCLElement: a name, kept as an id of the name pool, and a value as it stands
 /// in the file, not normalised.
@@ -50,6 +51,7 @@ public:
 private:
     friend class SCLElement;
     friend class Internal::TreeBuilder;
+    friend class Internal::XmlTreeWriter;
 
     SCLAttribute(unsigned short id, const QString& value);
 

@@ -25,9 +25,10 @@ class SCLDocument;
 namespace Internal
 {
 class AttributeCriterion;
-class SCLElementType;
 class PreorderWalk;
+class SCLElementType;
 class TreeBuilder;
+class XmlTreeWriter;
 } // namespace Internal
 
 /// A node of the in-memory tree of an SCL file (IEC 61850-6): tag, text value, attributes,
@@ -266,20 +267,27 @@ public:
 private:
     friend class Internal::PreorderWalk;
     friend class Internal::TreeBuilder;
+    friend class Internal::XmlTreeWriter;
 
     using ChildGroups = QMap<unsigned short, QList<SCLElement*>>;
 
     SCLElement(unsigned short tagId, SCLDocument* doc, SCLElement* parent);
 
-    SCLAttribute* FindAttribute(unsigned short nameId) const;
-    QList<SCLElement*> Group(unsigned short tagId) const;
+    SCLAttribute* AttributeOfId(unsigned short nameId) const;
+    const QList<SCLElement*>* Group(unsigned short tagId) const;
     bool CompareAttribute(const Internal::AttributeCriterion& criterion) const;
     SCLElement* FirstMatch(unsigned short tagId,
                            const Internal::AttributeCriterion& criterion) const;
+    SCLElement* FirstMatch(const Internal::AttributeCriterion& criterion) const;
+    SCLElement* FindChild(const QString& tag, const Internal::AttributeCriterion& criterion,
+                          bool recursive);
+    SCLElement* CreateSilently(const QString& tag, int pos);
+    bool HasChild(const SCLElement* child) const;
+    bool IsInside(const SCLElement* ancestor) const;
     SCLElement* CloneNode() const;
-    void MarkModified();
     Internal::SCLElementType* GetSCLElementType();
-    QList<SCLElement*> SortedChildren(Internal::SCLElementType* type);
+    Internal::SCLElementType* TypeUnder(Internal::SCLElementType* parentType);
+    QList<SCLElement*> SortedChildren(Internal::SCLElementType* type) const;
 
     unsigned short m_uTagId;
     QString m_strValue;

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+#include <QVector>
+
+#include <array>
+#include <memory>
+
+namespace Corvane
+{
+
+class SCLDocument;
+class SCLElement;
+
+namespace Internal
+{
+
+/// Builds the tree of a document straight from the tokens of a reader: no signal, no modified mark,
+/// no search. Equal short values share their text.
+class TreeBuilder
+{
+public:
+    explicit TreeBuilder(SCLDocument* document);
+
+    /// Whether no element is open.
+    bool IsOutside() const { return m_openElements.isEmpty(); }
+    /// Opens an element, as the last child of its group in the innermost open element; without one
+    /// it is a root, which the caller owns. Null if the name pool is full.
+    SCLElement* StartElement(QStringView tag);
+    /// Makes room for that many attributes of the innermost open element.
+    void ReserveAttributes(int count);
+    /// Appends an attribute to the innermost open element. False if the name pool is full.
+    bool AddAttribute(QStringView name, QStringView value);
+    /// Appends to the value of the innermost open element, if there is one.
+    void AppendText(QStringView text);
+    /// Closes the innermost open element, if there is one.
+    void EndElement();
+
+private:
+    QString Shared(QStringView text);
+
+    // Direct-mapped, so that no file can make it grow.
+    static constexpr std::size_t SharedCount = 8192;
+    static constexpr int LongestShared = 40;
+
+    SCLDocument* m_pDocument;
+    QVector<SCLElement*> m_openElements;
+    std::unique_ptr<std::array<QString, SharedCount>> m_pShared;
+};
+
+} // namespace Internal
+} // namespace Corvane
