@@ -22,8 +22,12 @@ SCLElement* TreeBuilder::StartElement(QStringView tag)
         return nullptr;
     SCLElement* parent = IsOutside() ? nullptr : m_openElements.last();
     auto* element = new SCLElement(tagId, m_pDocument, parent);
-    if (parent)
-        parent->m_mapChild[tagId].append(element);
+    if (parent) {
+        QList<SCLElement*>& group = parent->m_mapChild[tagId];
+        if (group.isEmpty())
+            group.reserve(1); // most groups stay at one, and an append would make room for more
+        group.append(element);
+    }
     m_openElements.append(element);
     return element;
 }

@@ -12,7 +12,7 @@ namespace Corvane::Internal
 {
 
 XmlTreeWriter::XmlTreeWriter(QXmlStreamWriter& writer, QFutureInterface<QString>* future)
-    : m_writer(writer), m_pFuture(future)
+    : m_writer(writer), m_pFuture(future), m_nProgress(future ? future->progressValue() : 0)
 {
 }
 
@@ -43,7 +43,7 @@ void XmlTreeWriter::Step()
 {
     if (!m_pFuture)
         return;
-    m_pFuture->setProgressValue(m_pFuture->progressValue() + 1);
+    m_pFuture->setProgressValue(++m_nProgress);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 

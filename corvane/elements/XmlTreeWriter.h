@@ -49,6 +49,7 @@ private:
 
     QXmlStreamWriter& m_writer;
     QFutureInterface<QString>* m_pFuture;
+    int m_nProgress;
     std::vector<Level> m_levels;
     quint64 m_uElement = 0;
     std::vector<QString> m_tagNames;
