@@ -3,11 +3,17 @@
 
 #include <QMap>
 #include <QString>
+#include <QVarLengthArray>
 
+#include <initializer_list>
 #include <utility>
-#include <vector>
 
-namespace Corvane::Internal
+namespace Corvane
+{
+
+class SCLElement;
+
+namespace Internal
 {
 
 /// What a search requires of an element's attributes, with the names looked up once per search.
@@ -16,16 +22,21 @@ class AttributeCriterion
 public:
     explicit AttributeCriterion(const QMap<QString, QString>& attributes);
     AttributeCriterion(const QString& name, const QString& value);
+    /// The terms are tested in the order given.
+    AttributeCriterion(std::initializer_list<std::pair<QString, QString>> attributes);
 
     using Term = std::pair<unsigned short, QString>;
 
+    bool Matches(const SCLElement* element) const;
+
     /// Attribute ids and required values. Id 0 is a name that no element has.
-    const std::vector<Term>& Terms() const { return m_terms; }
+    const QVarLengthArray<Term, 6>& Terms() const { return m_terms; }
 
 private:
     void Add(const QString& name, const QString& value);
 
-    std::vector<Term> m_terms;
+    QVarLengthArray<Term, 6> m_terms;
 };
 
-} // namespace Corvane::Internal
+} // namespace Internal
+} // namespace Corvane

@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/elements/NameIndex.h>
 
-#include <QHash>
+#include <corvane/elements/SeededHash.h>
 
 namespace Corvane::Internal
 {
 
 namespace
 {
-
-// Seeded, so that no file can be written to make its names collide.
-std::size_t HashOf(QStringView name)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
-    return qHash(name, QHashSeed::globalSeed());
-#else
-    return qHash(name, static_cast<uint>(qGlobalQHashSeed()));
-#endif
-}
 
 constexpr std::size_t FirstSlotCount = 256;
 
@@ -27,7 +17,7 @@ unsigned short NameIndex::Find(QStringView name) const
 {
     if (m_slots.empty())
         return 0;
-    const std::size_t hash = HashOf(name);
+    const std::size_t hash = SeededHash(name);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t at = hash & mask; m_slots[at].id != 0; at = (at + 1) & mask) {
         const Slot& slot = m_slots[at];
@@ -42,7 +32,7 @@ void NameIndex::Add(const QString* name)
     if (m_names.size() * 2 > m_slots.size())
         Grow();
     m_names.push_back(name);
-    Place({HashOf(*name), static_cast<unsigned short>(m_names.size() - 1)});
+    Place({SeededHash(*name), static_cast<unsigned short>(m_names.size() - 1)});
 }
 
 void NameIndex::Place(const Slot& entry)

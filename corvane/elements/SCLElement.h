@@ -25,6 +25,7 @@ class SCLDocument;
 namespace Internal
 {
 class AttributeCriterion;
+class AttributeReader;
 class PreorderWalk;
 class SCLElementType;
 class TreeBuilder;
@@ -265,6 +266,8 @@ public:
     static void operator delete(void* memory, std::size_t size) noexcept;
 
 private:
+    friend class Internal::AttributeCriterion;
+    friend class Internal::AttributeReader;
     friend class Internal::PreorderWalk;
     friend class Internal::TreeBuilder;
     friend class Internal::XmlTreeWriter;
