@@ -43,6 +43,45 @@ private:
     qint64 m_nBuilt = 0;
 };
 
+// The reader gathers a whole run of text before it hands it out, entity references replaced. So
+// each reference may only be replaced by so much that all of them together stay within bounds.
+class EntityBound
+{
+public:
+    explicit EntityBound(QIODevice* device) : m_pDevice(device) {}
+
+    // Before the document type is read: anything may be a reference.
+    int Strict() const { return Share(m_pDevice->size() / 3); }
+    // Once entities are declared: by the references that the file really has.
+    int Counted() const { return m_pDevice->isSequential() ? Strict() : Share(CountReferences()); }
+
+private:
+    int Share(qint64 references) const
+    {
+        constexpr qint64 allowance = 4 * 1024 * 1024;
+        constexpr qint64 least = 16;
+        constexpr qint64 most = 4096;
+        const qint64 share = (m_pDevice->size() + allowance) / qMax<qint64>(references, 1);
+        return static_cast<int>(qBound(least, share, most));
+    }
+
+    qint64 CountReferences() const
+    {
+        const qint64 position = m_pDevice->pos();
+        qint64 count = 0;
+        m_pDevice->seek(0);
+        for (QByteArray block = m_pDevice->read(BlockSize); !block.isEmpty();
+             block = m_pDevice->read(BlockSize))
+            count += block.count('&');
+        m_pDevice->seek(position);
+        return count;
+    }
+
+    static constexpr qint64 BlockSize = 1024 * 1024;
+
+    QIODevice* m_pDevice;
+};
+
 int Percent(const QXmlStreamReader& reader, double total)
 {
     const double done = static_cast<double>(reader.characterOffset());
@@ -88,6 +127,8 @@ bool SCLDocument::LoadSclFile(QIODevice* device)
 {
     QXmlStreamReader reader(device);
     reader.setNamespaceProcessing(false);
+    const EntityBound entityBound(device);
+    reader.setEntityExpansionLimit(entityBound.Strict());
     ProgressTask task(this, tr("Parsing"), 100);
     const double total = static_cast<double>(device->size());
 
@@ -123,6 +164,10 @@ bool SCLDocument::LoadSclFile(QIODevice* device)
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement:
             startElement();
+            break;
+        case QXmlStreamReader::DTD:
+            if (!reader.entityDeclarations().isEmpty())
+                reader.setEntityExpansionLimit(entityBound.Counted());
             break;
         case QXmlStreamReader::Characters:
             if (!reader.isWhitespace()) {

@@ -75,7 +75,8 @@ SCLElement* SCLElement::GetFirstChild(const QString& tag)
 
 SCLElement* SCLElement::FindChild(const QString& tag, int index)
 {
-    const QList<SCLElement*>* group = Group(IdOf(tag));
+    const unsigned short tagId = IdOf(tag);
+    const QList<SCLElement*>* group = tagId == SCLNamePool::m_uInvalidId ? nullptr : Group(tagId);
     return group && index >= 0 && index < group->size() ? group->at(index) : nullptr;
 }
 
