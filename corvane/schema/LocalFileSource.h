@@ -10,8 +10,9 @@ namespace Corvane::Internal
 
 /// A file of the local file system as input of Xerces-C.
 ///
-/// Xerces-C itself would take a text like `http:/a` for an address, and pass a path through the code
-/// page of the process, which cannot express every path. Here the path goes to `QFile` as it is.
+/// Xerces-C itself would take a text like `http:/a` for an address, and pass a path through the
+/// code page of the process, which cannot express every path. Here the path goes to `QFile` as it
+/// is.
 class LocalFileSource : public xercesc::InputSource
 {
 public:

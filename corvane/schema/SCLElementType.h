@@ -58,7 +58,7 @@ private:
     SCLElementType& operator=(const SCLElementType&) = delete;
 
     void LoadChildren();
-    void AddParticle(xercesc::XSParticle* particle);
+    void AddParticle(xercesc::XSParticle* content);
 
     xercesc::XSElementDeclaration* m_pDeclaration;
 

@@ -10,10 +10,11 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
-#include <memory>
+#include <vector>
 
 XERCES_CPP_NAMESPACE_BEGIN
 class SAX2XMLReader;
+class SAX2XMLReaderImpl;
 class XMLGrammarPool;
 XERCES_CPP_NAMESPACE_END
 
@@ -53,11 +54,25 @@ public:
 private:
     Q_DISABLE_COPY(SCLGrammarPool)
 
+    struct Grammar {
+        xercesc::XMLGrammarPool* pool;
+        xercesc::SAX2XMLReader* reader;
+    };
+
+    bool Load(const QString& fileName);
+    xercesc::SAX2XMLReaderImpl* CreateReader();
+    bool BuildRootTypes();
+    void PrepareParse();
+    void RetireGrammar();
+    void DeleteGrammar();
+
     static SCLGrammarPool* m_pInstance;
 
     xercesc::XMLGrammarPool* m_pGrammarPool = nullptr;
     xercesc::SAX2XMLReader* m_pReader = nullptr;
     QList<SCLElementType*> m_rootTypes;
+    // Replaced grammars: element types go on using their declarations.
+    std::vector<Grammar> m_retired;
 };
 
 } // namespace Corvane::Internal

@@ -19,7 +19,7 @@ namespace
 {
 
 constexpr int g_maxFiles = 256;
-constexpr qint64 g_maxFileSize = 16 * 1024 * 1024;
+constexpr qint64 g_maxFileSize = 16LL * 1024 * 1024;
 
 xercesc::InputSource* NewSource(const QByteArray& content, const QString& path)
 {
@@ -41,7 +41,8 @@ bool NamesNetworkShare(const QString& location)
     return path.startsWith(QLatin1String("//")) || path.startsWith(QLatin1String("\\\\"));
 }
 
-/// The local path that a location means, or an empty text. \a decoded takes percent escapes as such.
+/// The local path that a location means, or an empty text. \a decoded takes percent escapes as
+/// such.
 QString LocalPath(const QString& location, bool decoded)
 {
     const QUrl url(location);
@@ -60,7 +61,7 @@ QString FindFile(const QString& location, const QString& baseFile)
         const QString path = LocalPath(location, decoded);
         if (path.isEmpty() || NamesNetworkShare(path))
             continue;
-        const QString file = RegularFile(folder.absoluteFilePath(path));
+        QString file = RegularFile(folder.absoluteFilePath(path));
         if (!file.isEmpty())
             return file;
     }

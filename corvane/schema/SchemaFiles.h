@@ -18,13 +18,13 @@ namespace Corvane::Internal
 /// not given. External entities are empty.
 ///
 /// Xerces-C recurses over nested schema elements and over inclusions, and expands entities and
-/// occurrences without a limit. So each file is looked through beforehand, and one beyond the bounds
-/// of SchemaFiles.cpp, which are far from those of any schema of practice, is refused.
+/// occurrences without a limit. So each file is looked through beforehand, and one beyond the
+/// bounds of SchemaFiles.cpp, which are far from those of any schema of practice, is refused.
 class SchemaFiles : public xercesc::XMLEntityResolver
 {
 public:
-    /// The input for \a path, which the caller owns: empty if it cannot be read or is refused. Valid
-    /// as long as this object.
+    /// The input for \a path, which the caller owns: empty if it cannot be read or is refused.
+    /// Valid as long as this object.
     xercesc::InputSource* Open(const QString& path);
     /// Whether a file was refused: what Xerces-C made of the schema is incomplete then.
     bool HasRefused() const { return m_bRefused; }
