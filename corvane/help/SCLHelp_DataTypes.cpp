@@ -21,18 +21,22 @@ using Internal::TemplateIndex;
 namespace
 {
 
-// A dotted path of names: all but the last go on in the type of the child found.
-SCLElement* FollowPath(SCLElement* current, QString rest, SCLElement* (*typeOf)(SCLElement*))
+// A dotted path of names: all but the last go on in the type of the child found. Takes linear time
+// for a path that goes round in a circle.
+SCLElement* FollowPath(SCLElement* current, QString&& path, const QString& typeTag)
 {
-    for (auto dot = rest.indexOf(QLatin1Char('.')); dot >= 0;
-         dot = rest.indexOf(QLatin1Char('.'))) {
-        SCLElement* child = current->FindChild(Attribute::name, rest.left(dot));
-        current = child ? typeOf(child) : nullptr;
+    TemplateIndex templates;
+    decltype(path.size()) begin = 0;
+    for (auto dot = path.indexOf(QLatin1Char('.')); dot >= 0;
+         dot = path.indexOf(QLatin1Char('.'), begin)) {
+        SCLElement* child = current->FindChild(Attribute::name, path.mid(begin, dot - begin));
+        current = templates.Follow(child, Attribute::type, typeTag);
         if (!current)
             return nullptr;
-        rest.remove(0, dot + 1);
+        begin = dot + 1;
     }
-    return rest.isEmpty() ? nullptr : current->FindChild(Attribute::name, rest);
+    const QString last = path.mid(begin);
+    return last.isEmpty() ? nullptr : current->FindChild(Attribute::name, last);
 }
 
 // A list of elements, each held once, in the order in which they came.
@@ -58,8 +62,21 @@ private:
     QSet<SCLElement*> m_known;
 };
 
+template <typename Visit>
+void ForEachChild(const QList<SCLElement*>& parents, const QString& tag, Visit visit)
+{
+    for (SCLElement* parent : parents) {
+        if (!parent)
+            continue;
+        const QList<SCLElement*> children = parent->FindChildByType(tag, false);
+        for (SCLElement* child : children)
+            visit(child);
+    }
+}
+
 // Expands types level by level: all that one reaches anew, then what is below each of those. Keeps
-// its own stack of levels, since types may be chained as long as a file likes.
+// its own stack of levels, since types may be chained as long as a file likes, and its own copy of
+// the types, since theirs may be the list that grows.
 template <typename Expand>
 void ExpandDepthFirst(const QList<SCLElement*>& types, Expand expand)
 {
@@ -78,18 +95,53 @@ void ExpandDepthFirst(const QList<SCLElement*>& types, Expand expand)
     }
 }
 
-// Adds the type of a DA or BDA by its bType.
-void AddAttributeType(SCLElement* da, TemplateIndex& templates, UniqueList& daTypes,
-                      UniqueList& enumTypes, QList<SCLElement*>& fresh)
+// Adds the type of a DA or BDA by its bType. The DAType if it is new, otherwise null.
+SCLElement* AddAttributeType(SCLElement* da, TemplateIndex& templates, UniqueList& daTypes,
+                             UniqueList& enumTypes)
 {
     const QString bType = da->GetAttribute(Attribute::bType);
     if (bType == QLatin1String("Struct")) {
         SCLElement* daType = templates.Follow(da, Attribute::type, Tag::DAType);
-        if (daTypes.Add(daType))
-            fresh.append(daType);
-    } else if (bType == QLatin1String("Enum")) {
-        enumTypes.Add(templates.Follow(da, Attribute::type, Tag::EnumType));
+        return daTypes.Add(daType) ? daType : nullptr;
     }
+    if (bType == QLatin1String("Enum"))
+        enumTypes.Add(templates.Follow(da, Attribute::type, Tag::EnumType));
+    return nullptr;
+}
+
+// The stages of the closure over IEDs.
+
+void AddNodeTypes(const QList<SCLElement*>& ieds, TemplateIndex& templates,
+                  QList<SCLElement*>& lnTypes)
+{
+    UniqueList known(lnTypes);
+    for (SCLElement* ied : ieds) {
+        const QList<SCLElement*> lDevices = Internal::LDevicesOfIED(ied);
+        for (SCLElement* lDevice : lDevices) {
+            const QList<SCLElement*> nodes = Internal::NodesFirstLN0InFront(lDevice);
+            for (SCLElement* node : nodes)
+                known.Add(templates.Follow(node, Attribute::lnType, Tag::LNodeType));
+        }
+    }
+}
+
+void AddDataObjectTypes(const QList<SCLElement*>& lnTypes, TemplateIndex& templates,
+                        QList<SCLElement*>& doTypes)
+{
+    UniqueList known(doTypes);
+    ForEachChild(lnTypes, Tag::DO, [&](SCLElement* dataObject) {
+        known.Add(templates.Follow(dataObject, Attribute::type, Tag::DOType));
+    });
+}
+
+void AddAttributeTypes(const QList<SCLElement*>& doTypes, TemplateIndex& templates,
+                       QList<SCLElement*>& daTypes, QList<SCLElement*>& enumTypes)
+{
+    UniqueList knownDATypes(daTypes);
+    UniqueList knownEnumTypes(enumTypes);
+    ForEachChild(doTypes, Tag::DA, [&](SCLElement* da) {
+        AddAttributeType(da, templates, knownDATypes, knownEnumTypes);
+    });
 }
 
 } // namespace
@@ -125,12 +177,12 @@ SCLElement* SCLHelp::GetDOFromDOI(SCLElement* doi)
 
 SCLElement* SCLHelp::GetDOFromLNTypeAndName(SCLElement* lnType, QString name)
 {
-    return FollowPath(lnType, std::move(name), &GetDOTypeFromDO);
+    return FollowPath(lnType, std::move(name), Tag::DOType);
 }
 
 SCLElement* SCLHelp::GetDAFromDOTypeAndName(SCLElement* doType, QString name)
 {
-    return FollowPath(doType, std::move(name), &GetDATypeFromDA);
+    return FollowPath(doType, std::move(name), Tag::DAType);
 }
 
 SCLElement* SCLHelp::GetDataTypeFromID(SCLElement* root, const QString& tag, const QString& id)
@@ -142,17 +194,15 @@ SCLElement* SCLHelp::GetDataTypeFromID(SCLElement* root, const QString& tag, con
 void SCLHelp::GetReferedDOTypeFromDOType(const QList<SCLElement*>& doTypes,
                                          QList<SCLElement*>& referredDOTypes)
 {
-    const QList<SCLElement*> start = doTypes; // may be the very list that grows
     UniqueList known(referredDOTypes);
     TemplateIndex templates;
-    ExpandDepthFirst(start, [&](SCLElement* doType) {
+    ExpandDepthFirst(doTypes, [&](SCLElement* doType) {
         QList<SCLElement*> fresh;
-        const QList<SCLElement*> sdos = doType->FindChildByType(Tag::SDO, false);
-        for (SCLElement* sdo : sdos) {
+        ForEachChild({doType}, Tag::SDO, [&](SCLElement* sdo) {
             SCLElement* referred = templates.Follow(sdo, Attribute::type, Tag::DOType);
             if (known.Add(referred))
                 fresh.append(referred);
-        }
+        });
         return fresh;
     });
 }
@@ -161,15 +211,15 @@ void SCLHelp::GetReferedDAAndEnumTypeFromDAType(const QList<SCLElement*>& daType
                                                 QList<SCLElement*>& referredDATypes,
                                                 QList<SCLElement*>& referredEnumTypes)
 {
-    const QList<SCLElement*> start = daTypes; // may be the very list that grows
     UniqueList knownDATypes(referredDATypes);
     UniqueList knownEnumTypes(referredEnumTypes);
     TemplateIndex templates;
-    ExpandDepthFirst(start, [&](SCLElement* daType) {
+    ExpandDepthFirst(daTypes, [&](SCLElement* daType) {
         QList<SCLElement*> fresh;
-        const QList<SCLElement*> bdas = daType->FindChildByType(Tag::BDA, false);
-        for (SCLElement* bda : bdas)
-            AddAttributeType(bda, templates, knownDATypes, knownEnumTypes, fresh);
+        ForEachChild({daType}, Tag::BDA, [&](SCLElement* bda) {
+            if (SCLElement* added = AddAttributeType(bda, templates, knownDATypes, knownEnumTypes))
+                fresh.append(added);
+        });
         return fresh;
     });
 }
@@ -180,38 +230,13 @@ void SCLHelp::GetReferedDataTypeTeplates(const QList<SCLElement*>& ieds,
 {
     if (ieds.isEmpty() || !Internal::FirstTemplatesOf(Internal::RootOf(ieds.first())))
         return;
-
+    // What is walked is copied, since a caller may pass one list for several arguments.
+    using Elements = QList<SCLElement*>;
     TemplateIndex templates;
-    UniqueList knownLNTypes(lnTypes);
-    for (SCLElement* ied : ieds) {
-        const QList<SCLElement*> lDevices = Internal::LDevicesOfIED(ied);
-        for (SCLElement* lDevice : lDevices) {
-            const QList<SCLElement*> nodes = Internal::NodesFirstLN0InFront(lDevice);
-            for (SCLElement* node : nodes)
-                knownLNTypes.Add(templates.Follow(node, Attribute::lnType, Tag::LNodeType));
-        }
-    }
-
-    {
-        UniqueList known(doTypes);
-        for (SCLElement* lnType : std::as_const(lnTypes)) {
-            const QList<SCLElement*> dos = lnType->FindChildByType(Tag::DO, false);
-            for (SCLElement* dataObject : dos)
-                known.Add(templates.Follow(dataObject, Attribute::type, Tag::DOType));
-        }
-    }
+    AddNodeTypes(Elements(ieds), templates, lnTypes);
+    AddDataObjectTypes(Elements(lnTypes), templates, doTypes);
     GetReferedDOTypeFromDOType(doTypes, doTypes);
-
-    {
-        UniqueList knownDATypes(daTypes);
-        UniqueList knownEnumTypes(enumTypes);
-        QList<SCLElement*> fresh;
-        for (SCLElement* doType : std::as_const(doTypes)) {
-            const QList<SCLElement*> das = doType->FindChildByType(Tag::DA, false);
-            for (SCLElement* da : das)
-                AddAttributeType(da, templates, knownDATypes, knownEnumTypes, fresh);
-        }
-    }
+    AddAttributeTypes(Elements(doTypes), templates, daTypes, enumTypes);
     GetReferedDAAndEnumTypeFromDAType(daTypes, daTypes, enumTypes);
 }
 

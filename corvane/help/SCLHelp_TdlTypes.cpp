@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/help/SCLHelp.h>
 
+#include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLElement.h>
 #include <corvane/help/SclNames.h>
 #include <corvane/help/TemplateIndex.h>
@@ -17,6 +18,7 @@ namespace Corvane
 
 namespace Tag = Internal::Tag;
 namespace Attribute = Internal::Attribute;
+using Internal::HoldsMarker;
 using Internal::PatternText;
 using Internal::TemplateIndex;
 
@@ -24,8 +26,8 @@ namespace
 {
 
 // Forms the text of a structure. Types nest as deep as a file likes, so open ones stand on a stack
-// of their own; a type inside itself is left out, and a text that doubles at each level is given
-// up.
+// of their own, and all write to one text; a type inside itself is left out, and one that doubles
+// at each level is given up.
 class StructureText
 {
 public:
@@ -37,45 +39,69 @@ public:
     bool Form(QString& text);
 
 private:
+    using Position = decltype(QString().size());
+
+    // A member of the structure that is open, from its name to the end of the text.
+    struct Member {
+        QString name;
+        Position begin;
+        Position typeBegin;
+        bool holdsMarker;
+    };
     struct Level {
         SCLElement* type;
-        QString memberName;
-        QList<SCLElement*> members;
+        Member self;
+        QList<SCLElement*> children;
         int sdoCount;
         int next;
-        PatternText text;
     };
-    static constexpr qint64 MostCopied = 256 * 1024 * 1024;
+    static constexpr qint64 MostWork = 256 * 1024 * 1024;
+    static constexpr qint64 LongestText = 64 * 1024 * 1024;
 
-    bool Open(SCLElement* type, const QString& memberName, const QList<SCLElement*>& members,
+    bool Open(SCLElement* type, const QString& memberName, const QList<SCLElement*>& children,
               int sdoCount);
-    Level Leave();
+    Member Leave();
     bool OpenSdo(SCLElement* sdo);
     void AddAttribute(SCLElement* da);
-    void AddMember(const QString& name, const QString& type);
+    Member BeginMember(const QString& name);
+    void EndMember(const Member& member);
+    bool IsTooMuch() const { return m_nWork > MostWork || m_strText.size() > LongestText; }
 
     TemplateIndex m_templates;
     std::vector<Level> m_levels;
     QSet<SCLElement*> m_openTypes;
-    qint64 m_nCopied = 0;
+    QString m_strText;
+    qint64 m_nWork = 0;
 };
 
-bool StructureText::Open(SCLElement* type, const QString& memberName,
-                         const QList<SCLElement*>& members, int sdoCount)
+// What it takes to read an element. A file can have one without end that adds nothing to a text.
+qint64 CostOf(SCLElement* element)
 {
-    if (members.isEmpty() || m_openTypes.contains(type))
+    qint64 cost = 32;
+    const QList<SCLAttribute*> attributes = element->GetAttributeList();
+    for (const SCLAttribute* attribute : attributes)
+        cost += attribute->GetValue().size() + 1;
+    return cost;
+}
+
+bool StructureText::Open(SCLElement* type, const QString& memberName,
+                         const QList<SCLElement*>& children, int sdoCount)
+{
+    if (children.isEmpty() || m_openTypes.contains(type))
         return false;
     m_openTypes.insert(type);
-    m_levels.push_back({type, memberName, members, sdoCount, 0, PatternText(QStringLiteral("{"))});
+    const Member self = m_levels.empty() ? Member{QString(), 0, 0, false} : BeginMember(memberName);
+    m_levels.push_back({type, self, children, sdoCount, 0});
+    m_strText += QLatin1Char('{');
     return true;
 }
 
-StructureText::Level StructureText::Leave()
+StructureText::Member StructureText::Leave()
 {
-    Level level = std::move(m_levels.back());
+    const Level level = std::move(m_levels.back());
     m_levels.pop_back();
     m_openTypes.remove(level.type);
-    return level;
+    return level.self;
 }
 
 bool StructureText::OpenDOType(SCLElement* doType, const QString& memberName)
@@ -108,58 +134,77 @@ void StructureText::AddAttribute(SCLElement* da)
         return;
     }
     const QString word = SCLHelp::GetTDLTypeFromBType(bType);
-    if (!word.isEmpty())
-        AddMember(name, word);
+    if (word.isEmpty())
+        return;
+    const Member member = BeginMember(name);
+    m_strText += word;
+    EndMember(member);
 }
 
-void StructureText::AddMember(const QString& name, const QString& type)
+StructureText::Member StructureText::BeginMember(const QString& name)
 {
-    PatternText& text = m_levels.back().text;
-    const auto before = text.Text().size();
-    text.Append("(%2)%3,", {name, type});
-    m_nCopied += text.Text().size() - before;
+    const Position begin = m_strText.size();
+    m_strText += QLatin1Char('(') + name + QLatin1Char(')');
+    return {name, begin, m_strText.size(), HoldsMarker(name)};
+}
+
+void StructureText::EndMember(const Member& member)
+{
+    Member& outer = m_levels.back().self;
+    if (!member.holdsMarker && !outer.holdsMarker) {
+        m_strText += QLatin1Char(',');
+        return;
+    }
+    outer.holdsMarker = true;
+    m_nWork += 4 * static_cast<qint64>(m_strText.size() - outer.typeBegin);
+    PatternText text(m_strText.mid(outer.typeBegin, member.begin - outer.typeBegin));
+    text.Append("(%2)%3,", {member.name, m_strText.mid(member.typeBegin)});
+    m_strText.truncate(outer.typeBegin);
+    m_strText += text.Text();
 }
 
 bool StructureText::Form(QString& text)
 {
-    while (m_nCopied < MostCopied) {
+    while (!IsTooMuch()) {
         Level& level = m_levels.back();
-        if (level.next < level.members.size()) {
+        if (level.next < level.children.size()) {
             const bool isSdo = level.next < level.sdoCount;
-            SCLElement* member = level.members.at(level.next++);
+            SCLElement* child = level.children.at(level.next++);
+            m_nWork += CostOf(child);
             if (!isSdo) {
-                AddAttribute(member);
-            } else if (!OpenSdo(member)) {
-                const Level failed = Leave();
+                AddAttribute(child);
+            } else if (!OpenSdo(child)) {
+                const Member failed = Leave();
                 if (m_levels.empty()) {
-                    text = failed.text.Text();
+                    text = m_strText;
                     return false;
                 }
+                m_strText.truncate(failed.begin);
             }
             continue;
         }
-        const Level done = Leave();
-        QString closed = done.text.Text();
-        if (closed.endsWith(QLatin1Char(',')))
-            closed.chop(1);
-        closed += QLatin1Char('}');
+        const Member done = Leave();
+        if (m_strText.endsWith(QLatin1Char(',')))
+            m_strText.chop(1);
+        m_strText += QLatin1Char('}');
         if (m_levels.empty()) {
-            text = closed;
+            text = m_strText;
             return true;
         }
-        AddMember(done.memberName, closed);
+        EndMember(done);
     }
     return false;
 }
 
 // The child of a DOType, and the DOType that it leads to.
-SCLElement* DOTypeOfChild(SCLElement* doType, const QString& name, SCLElement*& child)
+SCLElement* DOTypeOfChild(SCLElement* doType, const QString& name, TemplateIndex& templates,
+                          SCLElement*& child)
 {
     child = doType->FindChild(Attribute::name, name);
-    return SCLHelp::GetDOTypeFromDO(child);
+    return templates.Follow(child, Attribute::type, Tag::DOType);
 }
 
-// The data object that a name with dots means, starting at a DOI.
+// The data object at a name that may go on with dotted names of SDOs, beginning at a DOI.
 SCLElement* DataObjectOfDottedName(SCLElement* ln, const QString& doName)
 {
     const auto dot = doName.indexOf(QLatin1Char('.'));
@@ -167,16 +212,17 @@ SCLElement* DataObjectOfDottedName(SCLElement* ln, const QString& doName)
     SCLElement* current = SCLHelp::GetDOFromDOI(doi);
     if (dot < 0)
         return current;
-    SCLElement* type = SCLHelp::GetDOTypeFromDO(current);
-    QString rest = doName.mid(dot + 1);
+    TemplateIndex templates;
+    SCLElement* type = templates.Follow(current, Attribute::type, Tag::DOType);
     // Names between the first and the last are taken as one character each, dot or not behind them.
-    while (type && rest.contains(QLatin1Char('.'))) {
-        type = DOTypeOfChild(type, rest.left(1), current);
-        rest.remove(0, 2);
-    }
+    const auto lastDot = doName.lastIndexOf(QLatin1Char('.'));
+    auto at = dot + 1;
+    for (; type && at <= lastDot; at += 2)
+        type = DOTypeOfChild(type, doName.mid(at, 1), templates, current);
     if (!type)
         return nullptr;
-    return rest.isEmpty() ? current : type->FindChild(Attribute::name, rest);
+    const QString last = doName.mid(at);
+    return last.isEmpty() ? current : type->FindChild(Attribute::name, last);
 }
 
 } // namespace

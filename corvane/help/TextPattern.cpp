@@ -11,16 +11,11 @@ namespace
 {
 
 constexpr QLatin1Char MarkerSign('%');
+constexpr QLatin1Char LocaleSign('L'); // %L1 is a marker too
 
-bool HoldsMarker(const QString& text)
+bool AnyHoldsMarker(std::initializer_list<QString> values)
 {
-    return text.contains(MarkerSign);
-}
-
-bool HoldsMarker(std::initializer_list<QString> values)
-{
-    return std::any_of(values.begin(), values.end(),
-                       [](const QString& value) { return HoldsMarker(value); });
+    return std::any_of(values.begin(), values.end(), HoldsMarker);
 }
 
 // All markers at once, no value looked into.
@@ -56,26 +51,47 @@ bool ChainFilled(QString& text, std::initializer_list<QString> values)
 
 } // namespace
 
+bool HoldsMarker(const QString& text)
+{
+    for (auto at = text.indexOf(MarkerSign); at >= 0; at = text.indexOf(MarkerSign, at)) {
+        ++at;
+        if (at < text.size() && text.at(at) == LocaleSign)
+            ++at;
+        // At the end, what follows may make it one.
+        if (at == text.size() || text.at(at).digitValue() >= 0)
+            return true;
+    }
+    return false;
+}
+
 PatternText::PatternText(const QString& text) : m_strText(text), m_bHoldsMarker(HoldsMarker(text))
 {
 }
 
 void PatternText::Append(const char* pattern, std::initializer_list<QString> values)
 {
-    if (m_bHoldsMarker || HoldsMarker(values)) {
-        QString chained = m_strText + QLatin1String(pattern);
-        m_bHoldsMarker = true;
-        if (ChainFilled(chained, values)) {
-            m_strText = chained;
-            return;
-        }
-    }
+    const bool holdsMarker = m_bHoldsMarker || AnyHoldsMarker(values);
+    if (!m_bGivenUp && holdsMarker && AppendByChain(pattern, values))
+        return;
+    m_bGivenUp = m_bGivenUp || holdsMarker;
     AppendFilled(m_strText, pattern, values, '2');
+}
+
+bool PatternText::AppendByChain(const char* pattern, std::initializer_list<QString> values)
+{
+    constexpr qint64 mostCopied = 256 * 1024 * 1024;
+    QString chained = m_strText + QLatin1String(pattern);
+    m_nCopied += static_cast<qint64>(chained.size()) * static_cast<qint64>(values.size() + 1);
+    if (m_nCopied > mostCopied || !ChainFilled(chained, values))
+        return false;
+    m_strText = chained;
+    m_bHoldsMarker = HoldsMarker(m_strText);
+    return true;
 }
 
 QString FillPattern(const char* pattern, std::initializer_list<QString> values)
 {
-    if (HoldsMarker(values)) {
+    if (AnyHoldsMarker(values)) {
         QString chained = QLatin1String(pattern);
         if (ChainFilled(chained, values))
             return chained;

@@ -8,9 +8,13 @@
 namespace Corvane::Internal
 {
 
+/// Whether `QString::arg` could find a marker in a text, or in what the text is continued to.
+bool HoldsMarker(const QString& text);
+
 /// A text made by filling patterns as chains of `QString::arg` calls do, value by value: a marker
-/// inside a value takes part in the replacements that follow it. Values whose markers would blow
-/// the text up beyond any use are filled in as they are.
+/// inside a value takes part in the replacements that follow it. Where that would blow the text up
+/// beyond any use, or has been going on for too long, values are filled in as they are from then
+/// on.
 ///
 /// Where no marker can be hit it grows in place, so that long texts cost linear time.
 class PatternText
@@ -26,8 +30,12 @@ public:
     const QString& Text() const { return m_strText; }
 
 private:
+    bool AppendByChain(const char* pattern, std::initializer_list<QString> values);
+
     QString m_strText;
     bool m_bHoldsMarker = false;
+    bool m_bGivenUp = false;
+    qint64 m_nCopied = 0;
 };
 
 /// Fills a pattern whose markers begin with %1, each once and in order, in the same way.
