@@ -8,12 +8,13 @@ namespace Corvane::Bench
 
 namespace
 {
-constexpr int g_nBufferSize = 64 * 1024;
-}
+constexpr int g_nBufferSize = 65536;
+constexpr int g_nBufferRoom = 2 * g_nBufferSize;
+} // namespace
 
 XmlOutput::XmlOutput(QIODevice& device) : m_device(device)
 {
-    m_buffer.reserve(2 * g_nBufferSize);
+    m_buffer.reserve(g_nBufferRoom);
 }
 
 void XmlOutput::Declaration()
@@ -101,7 +102,8 @@ void XmlOutput::StartTag(const char* tag, std::initializer_list<XmlAttribute> at
 void XmlOutput::BreakLine()
 {
     m_buffer += '\n';
-    m_buffer.append(2 * static_cast<int>(m_openTags.size()), ' ');
+    const int indent = 2 * static_cast<int>(m_openTags.size());
+    m_buffer.append(indent, ' ');
 }
 
 void XmlOutput::Escaped(const QByteArray& text)

@@ -14,6 +14,7 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace Corvane
 {
@@ -55,8 +56,7 @@ SCLDocControl::SCLDocControl(QObject* parent)
 SCLDocControl::~SCLDocControl()
 {
     delete SCLGrammarPool::Instance();
-    qDeleteAll(m_listDocument);
-    m_listDocument.clear();
+    qDeleteAll(std::exchange(m_listDocument, {}));
     xercesc::XMLPlatformUtils::Terminate();
     if (m_pInstance == this)
         m_pInstance = nullptr;

@@ -52,7 +52,8 @@ class XmlTreeWriter;
 /// SCLDocument goes out, directly from inside the call. Whether the change happens and whether the
 /// document is marked modified never depends on it. An element outside any document changes without
 /// signal and mark. A slot may change the tree; it sees the state that the operation's
-/// description names.
+/// description names. It may not delete the element that is changing, one that holds it, or the
+/// document; on `sigDeleteElement` it may take out the element that is leaving.
 ///
 /// **Reading.** A missing attribute reads as the empty text, so a missing and an empty attribute
 /// are the same in all comparisons. Comparison of names and values is exact and case-sensitive.

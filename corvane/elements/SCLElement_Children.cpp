@@ -143,8 +143,9 @@ bool SCLElement::MoveChild(const QString& tag, int from, int to, bool notify)
 {
     if (tag.isEmpty())
         return false;
-    const auto group = m_mapChild.find(SCLNamePool::Instance()->GetIdFromTag(tag));
-    if (group == m_mapChild.end())
+    const unsigned short tagId = SCLNamePool::Instance()->GetIdFromTag(tag);
+    const auto group = m_mapChild.find(tagId);
+    if (tagId == SCLNamePool::m_uInvalidId || group == m_mapChild.end())
         return false;
     const auto size = group->size();
     if (from == to || from < 0 || from >= size || to < 0 || to >= size)

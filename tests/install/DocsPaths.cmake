@@ -11,7 +11,7 @@ foreach(page IN LISTS pages)
     get_filename_component(folder ${page} DIRECTORY)
     file(READ ${page} text)
     string(REPLACE ";" " " text "${text}")
-    string(REGEX MATCHALL "`(apps|bench|cmake|corvane|docs|samples|scripts|tests)/[^` ]+`" paths
+    string(REGEX MATCHALL "`(apps|bench|cmake|corvane|docs|samples|scripts|tests)/[^` <>*]+`" paths
         "${text}")
     foreach(path IN LISTS paths)
         string(REPLACE "`" "" path ${path})
