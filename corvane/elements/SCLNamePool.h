@@ -34,7 +34,7 @@ class CORVANE_EXPORT SCLNamePool : public QObject
 
 public:
     /// The id that stands for no name at all.
-    static const unsigned short m_uInvalidId = 0;
+    static constexpr unsigned short m_uInvalidId = 0;
 
     /// Makes an empty pool and makes it the one that Instance() returns.
     /// \param parent owner as of `QObject`; may be null.

@@ -65,6 +65,11 @@ public:
     }
     void endElement(const XMLCh*, const XMLCh*, const XMLCh*) override { m_open.pop_back(); }
 
+    // Xerces-C keeps or loses the entity of an external document type, depending on its build.
+    void startDTD(const XMLCh*, const XMLCh*, const XMLCh* systemId) override
+    {
+        Require(systemId == nullptr);
+    }
     // Declarations come before anything that they blow up.
     void internalEntityDecl(const XMLCh*, const XMLCh*) override { throw OutOfBounds(); }
     void externalEntityDecl(const XMLCh*, const XMLCh*, const XMLCh*) override
@@ -107,6 +112,7 @@ void Scan(const QByteArray& xsd, BoundsHandler& handler)
     reader.setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
     reader.setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
     reader.setContentHandler(&handler);
+    reader.setLexicalHandler(&handler);
     reader.setDeclarationHandler(&handler);
     reader.setErrorHandler(&handler);
     reader.parse(source);

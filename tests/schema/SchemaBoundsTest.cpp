@@ -107,6 +107,8 @@ void SchemaBoundsTest::schemasThatBlowUpAreNot_data()
     QTest::newRow("entity") << WithSubset("<!ENTITY a 'aaaaaaaaaa'>");
     QTest::newRow("external entity") << WithSubset("<!ENTITY a SYSTEM 'a.ent'>");
     QTest::newRow("parameter entity") << WithSubset("<!ENTITY % a 'aaaaaaaaaa'>");
+    QTest::newRow("external document type") << QByteArray("<!DOCTYPE a SYSTEM 'a.dtd'><a/>");
+    QTest::newRow("public document type") << QByteArray("<!DOCTYPE a PUBLIC 'p' 'a.dtd'><a/>");
     QTest::newRow("attribute default") << WithSubset("<!ATTLIST xs:schema id CDATA 'x'>");
 }
 

@@ -132,7 +132,29 @@ public:
             AddTypes(AddChild(root, "DataTypeTemplates"));
     }
 
+    /// Makes references among types that lead back to a type itself or before it lead nowhere.
+    static void RemoveCircles(SCLElement* root)
+    {
+        SCLElement* templates = root->GetFirstChild("DataTypeTemplates");
+        if (templates == nullptr)
+            return;
+        RemoveCircles(templates->FindChildByType("DOType", false), "SDO");
+        RemoveCircles(templates->FindChildByType("DAType", false), "BDA");
+    }
+
 private:
+    static void RemoveCircles(const QList<SCLElement*>& types, const QString& memberTag)
+    {
+        for (int i = 0; i < types.size(); ++i) {
+            const QList<SCLElement*> members = Plain::ChildrenOf(types.at(i), memberTag);
+            for (SCLElement* member : members) {
+                SCLElement* target = Plain::FirstNamed(types, "id", member->GetAttribute("type"));
+                if (target != nullptr && types.indexOf(target) <= i)
+                    member->SetAttribute("type", "nowhere", false);
+            }
+        }
+    }
+
     QString Pick(const QList<const char*>& texts)
     {
         return QString::fromLatin1(texts.at(UpTo(static_cast<int>(texts.size()))));
