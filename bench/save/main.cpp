@@ -68,7 +68,7 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     const Session session = Session::FromArguments("Measures saving documents.");
     // Beside the stations and not in the system's folder for temporary files, which may be memory.
-    const QTemporaryDir folder(session.files.first().path + "-XXXXXX");
+    const QTemporaryDir folder(session.files.first().path + "-saved");
     Library library(session);
     QVector<Subject> subjects;
     for (const StationFile& file : session.files) {
