@@ -106,6 +106,7 @@ void CDialogSaveVersion::FillPrevious()
     m_pPrevVersion->setText(last->GetAttribute(QStringLiteral("version")));
     m_pPrevRevision->setText(last->GetAttribute(QStringLiteral("revision")));
     m_pPrevWhen->setText(last->GetAttribute(QStringLiteral("when")));
+    m_pPrevWhen->setCursorPosition(0);
     m_pPrevWho->setText(last->GetAttribute(QStringLiteral("who")));
     m_pPrevWhat->setText(last->GetAttribute(QStringLiteral("what")));
     m_pPrevWhy->setText(last->GetAttribute(QStringLiteral("why")));
@@ -122,6 +123,7 @@ void CDialogSaveVersion::Propose()
     m_pCurVersion->setText(OneDecimal(nextVersion));
     m_pCurRevision->setText(OneDecimal(nextRevision));
     m_pCurWhen->setText(QDateTime::currentDateTime().toString(Qt::ISODate));
+    m_pCurWhen->setCursorPosition(0); // a narrow field shows the date rather than the seconds
 }
 
 void CDialogSaveVersion::accept()

@@ -2,6 +2,7 @@
 #include <corvane/documents/SCLDocument.h>
 
 #include <corvane/documents/CDialogSaveVersion.h>
+#include <corvane/documents/FlatBuffer.h>
 #include <corvane/documents/ProgressTask.h>
 #include <corvane/documents/SCLDocControl.h>
 #include <corvane/documents/WaitCursor.h>
@@ -35,7 +36,8 @@ QWidget* FirstMainWindow()
 
 void WriteXml(SCLElement* root, QIODevice* device, QFutureInterface<QString>* progress)
 {
-    QXmlStreamWriter writer(device);
+    Internal::FlatBuffer buffer(device);
+    QXmlStreamWriter writer(&buffer);
     writer.setAutoFormatting(true);
     writer.setAutoFormattingIndent(2);
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)

@@ -26,10 +26,25 @@ public:
                 Enter(element);
                 return element;
             }
-            if (++level.group == level.groupEnd)
-                m_stack.removeLast();
-            else
-                level.EnterGroup();
+            LeaveGroup(level);
+        }
+        return nullptr;
+    }
+
+    /// The next descendant that has children, or null at the end. For searches among children, to
+    /// which all others are of no interest.
+    SCLElement* NextParent()
+    {
+        while (!m_stack.isEmpty()) {
+            Level& level = m_stack.last();
+            while (level.child != level.childEnd) {
+                SCLElement* element = *level.child++;
+                if (!element->m_mapChild.isEmpty()) {
+                    Enter(element);
+                    return element;
+                }
+            }
+            LeaveGroup(level);
         }
         return nullptr;
     }
@@ -49,6 +64,14 @@ private:
             childEnd = group.value().constEnd();
         }
     };
+
+    void LeaveGroup(Level& level)
+    {
+        if (++level.group == level.groupEnd)
+            m_stack.removeLast();
+        else
+            level.EnterGroup();
+    }
 
     void Enter(const SCLElement* element)
     {

@@ -108,7 +108,7 @@ SCLElement* SCLElement::FindChild(const QString& tag, const AttributeCriterion& 
     if (match || !recursive)
         return match;
     PreorderWalk walk(this);
-    while (SCLElement* element = walk.Next()) {
+    while (SCLElement* element = walk.NextParent()) {
         if ((match = element->FirstMatch(tagId, criterion)))
             return match;
     }
@@ -148,7 +148,7 @@ QList<SCLElement*> SCLElement::FindChildByType(const QString& tag, bool recursiv
     if (!recursive)
         return matches;
     PreorderWalk walk(this);
-    while (const SCLElement* element = walk.Next()) {
+    while (const SCLElement* element = walk.NextParent()) {
         if (const QList<SCLElement*>* group = element->Group(tagId))
             matches += *group;
     }

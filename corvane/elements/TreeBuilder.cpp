@@ -20,22 +20,29 @@ SCLElement* TreeBuilder::StartElement(QStringView tag)
     const unsigned short tagId = SCLNamePool::Instance()->InternTag(tag);
     if (tagId == SCLNamePool::m_uInvalidId)
         return nullptr;
-    SCLElement* parent = IsOutside() ? nullptr : m_openElements.last();
+    SCLElement* parent = IsOutside() ? nullptr : m_openElements.last().element;
     auto* element = new SCLElement(tagId, m_pDocument, parent);
-    if (parent) {
-        QList<SCLElement*>& group = parent->m_mapChild[tagId];
-        if (group.isEmpty())
-            group.reserve(1); // most groups stay at one, and an append would make room for more
-        group.append(element);
-    }
-    m_openElements.append(element);
+    if (parent)
+        AppendTo(m_openElements.last(), element);
+    m_openElements.append({element, SCLNamePool::m_uInvalidId, nullptr});
     return element;
+}
+
+void TreeBuilder::AppendTo(OpenElement& parent, SCLElement* child)
+{
+    if (parent.lastTagId != child->m_uTagId) {
+        parent.lastTagId = child->m_uTagId;
+        parent.lastGroup = &parent.element->m_mapChild[child->m_uTagId];
+        if (parent.lastGroup->isEmpty())
+            parent.lastGroup->reserve(1); // most stay at one; an append would make room for more
+    }
+    parent.lastGroup->append(child);
 }
 
 void TreeBuilder::ReserveAttributes(int count)
 {
     if (count > 0)
-        m_openElements.last()->m_listAttribute.reserve(count);
+        m_openElements.last().element->m_listAttribute.reserve(count);
 }
 
 bool TreeBuilder::AddAttribute(QStringView name, QStringView value)
@@ -43,7 +50,7 @@ bool TreeBuilder::AddAttribute(QStringView name, QStringView value)
     const unsigned short nameId = SCLNamePool::Instance()->InternAtt(name);
     if (nameId == SCLNamePool::m_uInvalidId)
         return false;
-    m_openElements.last()->m_listAttribute.append(new SCLAttribute(nameId, Shared(value)));
+    m_openElements.last().element->m_listAttribute.append(new SCLAttribute(nameId, Shared(value)));
     return true;
 }
 
@@ -51,7 +58,7 @@ void TreeBuilder::AppendText(QStringView text)
 {
     if (IsOutside())
         return;
-    QString& value = m_openElements.last()->m_strValue;
+    QString& value = m_openElements.last().element->m_strValue;
     if (value.isEmpty())
         value = Shared(text);
     else

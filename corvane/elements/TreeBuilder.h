@@ -40,6 +40,14 @@ public:
     void EndElement();
 
 private:
+    // An element that is open, and the group that its last child went to: mostly the next child's.
+    struct OpenElement {
+        SCLElement* element;
+        unsigned short lastTagId;
+        QList<SCLElement*>* lastGroup;
+    };
+
+    void AppendTo(OpenElement& parent, SCLElement* child);
     QString Shared(QStringView text);
 
     // Direct-mapped, so that no file can make it grow.
@@ -47,7 +55,7 @@ private:
     static constexpr int LongestShared = 40;
 
     SCLDocument* m_pDocument;
-    QVector<SCLElement*> m_openElements;
+    QVector<OpenElement> m_openElements;
     std::unique_ptr<std::array<QString, SharedCount>> m_pShared;
 };
 

@@ -51,30 +51,33 @@ bool IsNameChar(char32_t c)
            (c >= 0x300 && c <= 0x36F) || (c >= 0x203F && c <= 0x2040);
 }
 
-bool IsPlain(QChar c)
+// Whether no character needs a closer look: the common case, in a loop that runs over many at once.
+bool IsPlain(const QString& text)
 {
-    return c.unicode() >= 0x20 && c.unicode() < 0xD800;
+    constexpr ushort first = 0x20;
+    constexpr ushort count = 0xD800 - first;
+    const QChar* chars = text.constData();
+    unsigned special = 0;
+    for (Index i = 0; i < text.size(); ++i)
+        special |= static_cast<ushort>(chars[i].unicode() - first) >= count;
+    return special == 0;
 }
 
 } // namespace
 
 QString XmlText(const QString& text)
 {
-    Index at = 0;
-    while (at < text.size() && (IsPlain(text[at]) || IsXmlChar(CodePointAt(text, at).value)))
-        at += IsPlain(text[at]) ? 1 : CodePointAt(text, at).length;
-    if (at == text.size())
+    if (IsPlain(text))
         return text;
-
-    QString legal = text.left(at);
+    QString legal;
     legal.reserve(text.size());
-    while (at < text.size()) {
+    for (Index at = 0; at < text.size();) {
         const CodePoint point = CodePointAt(text, at);
         if (IsXmlChar(point.value))
             legal.append(text.constData() + at, point.length);
         at += point.length;
     }
-    return legal;
+    return legal.size() == text.size() ? text : legal;
 }
 
 QString XmlName(const QString& name)
