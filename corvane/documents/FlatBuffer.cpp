@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/documents/FlatBuffer.h>
 
+#include <cstring>
+
 namespace Corvane::Internal
 {
 
 namespace
 {
 
-constexpr int Capacity = 64 * 1024;
+constexpr std::size_t Capacity = 64 * 1024;
 
 } // namespace
 
-FlatBuffer::FlatBuffer(QIODevice* target) : m_pTarget(target)
+FlatBuffer::FlatBuffer(QIODevice* target) : m_pTarget(target), m_pieces(Capacity)
 {
-    m_pieces.reserve(Capacity);
     open(QIODevice::WriteOnly | QIODevice::Unbuffered);
 }
 
@@ -29,18 +30,20 @@ qint64 FlatBuffer::readData(char*, qint64)
 
 qint64 FlatBuffer::writeData(const char* data, qint64 size)
 {
-    if (m_pieces.size() + size > Capacity)
+    const auto count = static_cast<std::size_t>(size);
+    if (m_uUsed + count > Capacity)
         PassOn();
-    if (size > Capacity)
+    if (count > Capacity)
         return m_pTarget->write(data, size);
-    m_pieces.append(data, static_cast<int>(size));
+    std::memcpy(m_pieces.data() + m_uUsed, data, count);
+    m_uUsed += count;
     return size;
 }
 
 void FlatBuffer::PassOn()
 {
-    m_pTarget->write(m_pieces);
-    m_pieces.resize(0); // unlike clear(), keeps the memory
+    m_pTarget->write(m_pieces.data(), static_cast<qint64>(m_uUsed));
+    m_uUsed = 0;
 }
 
 } // namespace Corvane::Internal

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QByteArray>
 #include <QIODevice>
+
+#include <cstddef>
+#include <vector>
 
 namespace Corvane::Internal
 {
@@ -29,7 +31,8 @@ private:
     void PassOn();
 
     QIODevice* m_pTarget;
-    QByteArray m_pieces;
+    std::vector<char> m_pieces;
+    std::size_t m_uUsed = 0;
 };
 
 } // namespace Corvane::Internal

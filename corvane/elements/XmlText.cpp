@@ -51,8 +51,9 @@ bool IsNameChar(char32_t c)
            (c >= 0x300 && c <= 0x36F) || (c >= 0x203F && c <= 0x2040);
 }
 
-// Whether no character needs a closer look: the common case, in a loop that runs over many at once.
-bool IsPlain(const QString& text)
+} // namespace
+
+bool IsPlainXmlText(const QString& text)
 {
     constexpr ushort first = 0x20;
     constexpr ushort count = 0xD800 - first;
@@ -63,11 +64,9 @@ bool IsPlain(const QString& text)
     return special == 0;
 }
 
-} // namespace
-
 QString XmlText(const QString& text)
 {
-    if (IsPlain(text))
+    if (IsPlainXmlText(text))
         return text;
     QString legal;
     legal.reserve(text.size());

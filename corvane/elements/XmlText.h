@@ -13,6 +13,10 @@ namespace Corvane::Internal
 /// \return \a text itself, not copied, if there is no such character.
 QString XmlText(const QString& text);
 
+/// Whether XmlText() would give \a text back, and in a loop so plain that it costs next to nothing;
+/// false for a text that needs a closer look.
+bool IsPlainXmlText(const QString& text);
+
 /// \a name as a Name of XML 1.0 (fifth edition): each character that none can hold becomes "_", and
 /// so does an empty name. A first character that may only stand later gets a "_" in front.
 QString XmlName(const QString& name);

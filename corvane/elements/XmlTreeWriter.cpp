@@ -56,7 +56,10 @@ void XmlTreeWriter::WriteStart(const SCLElement* element)
         if (!name || name->element == m_uElement)
             continue;
         name->element = m_uElement;
-        m_writer.writeAttribute(name->text, XmlText(attribute->m_strValue));
+        if (IsPlainXmlText(attribute->m_strValue))
+            m_writer.writeAttribute(name->text, attribute->m_strValue);
+        else
+            m_writer.writeAttribute(name->text, XmlText(attribute->m_strValue));
     }
 }
 
