@@ -40,7 +40,7 @@ QString Shown(const QString& name)
 {
     constexpr int longest = 80;
     QString shown = name.left(longest);
-    if (name.size() > longest && shown.back().isHighSurrogate())
+    if (name.size() > longest && shown.at(longest - 1).isHighSurrogate())
         shown.chop(1);
     for (QChar& character : shown) {
         if (HasNoShape(character))
@@ -118,12 +118,16 @@ void Judge::JudgePublication(SCLExtRefVerdict& verdict)
     verdict.dataSet = found.dataSet;
     verdict.controlBlock = found.controlBlock;
     const QString ied = ShownAttribute(extRef, Attribute::iedName);
+    const QString ldInst = extRef->GetAttribute(Attribute::ldInst);
     if (!found.ied)
-        Decide(verdict, Result::NoSuchIED, Sentence("There is no IED %1.", ied));
+        Decide(verdict, Result::NoSuchIED,
+               extRef->GetAttribute(Attribute::iedName).isEmpty()
+                   ? QStringLiteral("The input names no IED.")
+                   : Sentence("There is no IED %1.", ied));
     else if (!found.lDevice)
         Decide(verdict, Result::NoSuchLDevice,
-               Sentence("IED %1 has no logical device %2.", ied,
-                        ShownAttribute(extRef, Attribute::ldInst)));
+               ldInst.isEmpty() ? Sentence("The input names no logical device of IED %1.", ied)
+                                : Sentence("IED %1 has no logical device %2.", ied, Shown(ldInst)));
     else if (!found.fcda)
         Decide(verdict, Result::NoSuchMember,
                Sentence("No data set of IED %1 has a member %2.", ied, ShownData(extRef)));

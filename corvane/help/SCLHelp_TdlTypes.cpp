@@ -55,8 +55,8 @@ private:
         int sdoCount;
         int next;
     };
-    static constexpr qint64 MostWork = 256 * 1024 * 1024;
-    static constexpr qint64 LongestText = 64 * 1024 * 1024;
+    static constexpr qint64 MostWork = 256LL * 1024 * 1024;
+    static constexpr qint64 LongestText = 64LL * 1024 * 1024;
 
     bool Open(SCLElement* type, const QString& memberName, const QList<SCLElement*>& children,
               int sdoCount);

@@ -79,7 +79,7 @@ void PatternText::Append(const char* pattern, std::initializer_list<QString> val
 
 bool PatternText::AppendByChain(const char* pattern, std::initializer_list<QString> values)
 {
-    constexpr qint64 mostCopied = 256 * 1024 * 1024;
+    constexpr qint64 mostCopied = 256LL * 1024 * 1024;
     QString chained = m_strText + QLatin1String(pattern);
     m_nCopied += static_cast<qint64>(chained.size()) * static_cast<qint64>(values.size() + 1);
     if (m_nCopied > mostCopied || !ChainFilled(chained, values))

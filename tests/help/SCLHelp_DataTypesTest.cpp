@@ -87,9 +87,9 @@ bool AddNew(SCLElement* type, Elements& known)
     return true;
 }
 
-void ReferredDOTypes(const Elements doTypes, Elements& referred)
+void ReferredDOTypes(const Elements& doTypes, Elements& referred)
 {
-    for (SCLElement* doType : doTypes) {
+    for (SCLElement* doType : Elements(doTypes)) {
         Elements fresh;
         const Elements sdos = ChildrenOf(doType, "SDO");
         for (SCLElement* sdo : sdos) {
@@ -112,9 +112,9 @@ void AddAttributeType(SCLElement* da, Elements& daTypes, Elements& enumTypes, El
     }
 }
 
-void ReferredAttributeTypes(const Elements daTypes, Elements& referred, Elements& enumTypes)
+void ReferredAttributeTypes(const Elements& daTypes, Elements& referred, Elements& enumTypes)
 {
-    for (SCLElement* daType : daTypes) {
+    for (SCLElement* daType : Elements(daTypes)) {
         Elements fresh;
         const Elements bdas = ChildrenOf(daType, "BDA");
         for (SCLElement* bda : bdas)

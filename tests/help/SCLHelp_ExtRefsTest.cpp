@@ -120,7 +120,7 @@ void SCLHelp_ExtRefsTest::anAddressIsTakenApart_data()
     row("lnName inside ldInst", "PIGO/GO.D.S.mag.f", "yes [] [PIGO] [GO] [GO.D.S] [mag.f]");
     row("lnName at the start of ldInst", "N1/N.D.S.mag.f", "yes [] [N1] [N] [.N.D.S] [mag.f]");
     row("lnName equals ldInst", "N/N.D.S.mag.f", "yes [] [N] [N] [N.D.S] [mag.f]");
-    row("empty lnName", "L/.D.S.mag.f", "yes [] [L] [] [/.D.S] [mag.f]");
+    row("empty lnName", "L/.D.S.mag.f", "yes [] [L] [] [..D.S] [mag.f]");
     row("empty lnName and ldInst", "/.D.S.mag.f", "yes [] [] [] [.D.S] [mag.f]");
     row("letters beyond ASCII", QString::fromUtf8("P\xc3\xa4:L\xc3\xb6/\xe6\x96\xad.D.q"),
         "yes [P\xc3\xa4] [L\xc3\xb6] [\xe6\x96\xad] [D] [q]");

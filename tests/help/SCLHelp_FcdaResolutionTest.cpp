@@ -92,6 +92,7 @@ private Q_SLOTS:
     void aMissingShortAddressIsEmptyAndNotNull();
     void namesOfAMegabyteAreFoundAndMissed();
     void aPathOfAMillionSegmentsEnds();
+    void aPathThroughATypeThatHoldsItselfEnds();
 };
 
 void SCLHelp_FcdaResolutionTest::noFcdaGivesNull()
@@ -524,6 +525,20 @@ void SCLHelp_FcdaResolutionTest::aPathOfAMillionSegmentsEnds()
     QVERIFY(SCLHelp::GetDOIFromLNAndName(Marked(root, "ln"),
                                          "D." + QString("x.").repeated(1000000)) == nullptr);
     QVERIFY(SCLHelp::GetDOIFromLNAndName(Marked(root, "ln"), QString(1000000, '.')) == nullptr);
+}
+
+void SCLHelp_FcdaResolutionTest::aPathThroughATypeThatHoldsItselfEnds()
+{
+    const QByteArray path = QByteArray("x.").repeated(200000) + "x";
+    TestControl control;
+    SCLElement* root = control.OpenRoot(
+        "<SCL><IED><AccessPoint><Server><LDevice inst='L'><LN lnClass='A' lnType='T'><DataSet>"
+        "<FCDA mark='fcda' ldInst='L' lnClass='A' doName='" +
+        path +
+        "'/></DataSet></LN></LDevice></Server></AccessPoint></IED><DataTypeTemplates>"
+        "<LNodeType id='T'><DO name='x' type='D'/></LNodeType>"
+        "<DOType id='D'><SDO name='x' type='D' mark='sdo'/></DOType></DataTypeTemplates></SCL>");
+    QCOMPARE(MarkOf(SCLHelp::GetDOFromFCDA(Marked(root, "fcda"))), QString("sdo"));
 }
 
 QTEST_MAIN(SCLHelp_FcdaResolutionTest)

@@ -53,4 +53,15 @@ inline void CompareWrongUse(const QString& arguments, const QString& reason)
     QCOMPARE(result.status, 2);
 }
 
+/// Compares what `--help` gives. \param words must stand in it.
+inline void CompareHelp(const QString& command, const QStringList& words)
+{
+    const CommandResult result = RunCommand({command, QStringLiteral("--help")});
+
+    for (const QString& word : words)
+        QVERIFY2(result.output.contains(word), qPrintable(word));
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.status, 0);
+}
+
 } // namespace Corvane::Test
