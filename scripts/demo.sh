@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 # Builds corvane and takes the sample station through its work, step by step: look at it, check it
-# against the schema, change it, bring a file into schema order, check the results. Files written
-# go to out/demo.
+# against the schema, change it, bring a file into schema order, check the results, follow its
+# inputs. Files written go to out/demo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -68,5 +68,13 @@ outcome "$out/formatted.scd written"
 step "Are the results valid?"
 run "$corvane" validate --schema "$schema" "$out/edited.scd" "$out/formatted.scd"
 outcome "valid"
+
+step "What one merging unit receives, by control block"
+run "$corvane" subscriptions --ied E01U1 "$station"
+outcome "found"
+
+step "Is each input fed, and does it lead somewhere?"
+run "$corvane" resolve "$station"
+outcome "all inputs resolve"
 
 printf '\nAll %d steps went well.\n' "$steps"

@@ -36,6 +36,12 @@ void CommandLine::AddRequiredOption(const QCommandLineOption& option)
     m_required.append(option.names().constFirst());
 }
 
+void CommandLine::AddRepeatableOption(const QCommandLineOption& option)
+{
+    AddOption(option);
+    m_repeatable.append(option.names().constFirst());
+}
+
 void CommandLine::AddJson()
 {
     AddOption({QStringLiteral("json"), QStringLiteral("Answer in JSON.")});
@@ -50,6 +56,12 @@ void CommandLine::AddSchema()
 void CommandLine::AddFile(const QString& description)
 {
     m_parser.addPositionalArgument(QStringLiteral("FILE"), description, QStringLiteral("FILE"));
+}
+
+void CommandLine::AddOptionalArgument(const QString& name, const QString& description)
+{
+    m_parser.addPositionalArgument(name, description, QLatin1Char('[') + name + QLatin1Char(']'));
+    m_argument = name;
 }
 
 void CommandLine::AddFiles(const QString& description)
@@ -74,6 +86,12 @@ bool CommandLine::Parse(const QStringList& arguments)
     return reason.isEmpty();
 }
 
+QStringList CommandLine::Files() const
+{
+    const QStringList arguments = m_parser.positionalArguments();
+    return m_argument.isEmpty() ? arguments : arguments.mid(0, 1);
+}
+
 ExitStatus CommandLine::WrongUse(const QString& text) const
 {
     Complain(m_command, text);
@@ -84,7 +102,7 @@ ExitStatus CommandLine::WrongUse(const QString& text) const
 QString CommandLine::WhyWrong() const
 {
     for (const QCommandLineOption& option : m_options) {
-        const QString reason = WhyWrongOption(option);
+        QString reason = WhyWrongOption(option);
         if (!reason.isEmpty())
             return reason;
     }
@@ -98,8 +116,9 @@ QString CommandLine::WhyWrong() const
 QString CommandLine::WhyWrongOption(const QCommandLineOption& option) const
 {
     const QStringList values = m_parser.values(option);
-    const QString name = Dashed(option.names().constFirst());
-    if (values.size() > 1)
+    const QString first = option.names().constFirst();
+    const QString name = Dashed(first);
+    if (values.size() > 1 && !m_repeatable.contains(first))
         return QStringLiteral("the option %1 is given twice").arg(name);
     if (values.contains(QString()))
         return QStringLiteral("the option %1 has an empty value").arg(name);
@@ -115,6 +134,16 @@ QString CommandLine::WhyWrongFiles() const
         return QStringLiteral("the name of a file is empty");
     if (files.size() > 1 && !m_manyFiles)
         return QStringLiteral("more than one file is given");
+    return WhyWrongArgument();
+}
+
+QString CommandLine::WhyWrongArgument() const
+{
+    const QStringList rest = m_parser.positionalArguments().mid(Files().size());
+    if (rest.contains(QString()))
+        return QStringLiteral("the argument %1 is empty").arg(m_argument);
+    if (rest.size() > 1)
+        return QStringLiteral("more than one %1 is given").arg(m_argument);
     return {};
 }
 

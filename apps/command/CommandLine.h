@@ -13,7 +13,8 @@ namespace Corvane::Command
 
 /// The arguments of one sub-command: its options, its files, its help.
 ///
-/// An option that takes a value is wrong when given twice or with an empty value.
+/// An option that takes a value is wrong when given with an empty value, and when given twice
+/// unless it is declared as repeatable.
 class CommandLine
 {
 public:
@@ -24,12 +25,16 @@ public:
     void AddOption(const QCommandLineOption& option);
     /// Declares an option that must be given.
     void AddRequiredOption(const QCommandLineOption& option);
+    /// Declares an option that may be left out and given more than once.
+    void AddRepeatableOption(const QCommandLineOption& option);
     /// Declares the flag `--json`.
     void AddJson();
     /// Declares the option `--schema XSD`, which must be given.
     void AddSchema();
     /// Declares the one file that the sub-command reads.
     void AddFile(const QString& description);
+    /// Declares an argument that may follow the one file.
+    void AddOptionalArgument(const QString& name, const QString& description);
     /// Declares one file or more.
     void AddFiles(const QString& description);
 
@@ -42,10 +47,13 @@ public:
 
     bool IsSet(const QString& option) const { return m_parser.isSet(option); }
     QString Value(const QString& option) const { return m_parser.value(option); }
+    QStringList Values(const QString& option) const { return m_parser.values(option); }
     bool Json() const { return IsSet(QStringLiteral("json")); }
     QString Schema() const { return Value(QStringLiteral("schema")); }
     QString File() const { return Files().constFirst(); }
-    QStringList Files() const { return m_parser.positionalArguments(); }
+    QStringList Files() const;
+    /// The argument of AddOptionalArgument(), or an empty text.
+    QString Argument() const { return m_parser.positionalArguments().value(1); }
 
     /// Complains about a wrong use, in the form in which Parse() does it.
     ExitStatus WrongUse(const QString& text) const;
@@ -54,11 +62,14 @@ private:
     QString WhyWrong() const;
     QString WhyWrongOption(const QCommandLineOption& option) const;
     QString WhyWrongFiles() const;
+    QString WhyWrongArgument() const;
 
     QString m_command;
     QCommandLineParser m_parser;
     QList<QCommandLineOption> m_options;
     QStringList m_required;
+    QStringList m_repeatable;
+    QString m_argument;
     bool m_manyFiles = false;
     ExitStatus m_status = ExitStatus::Good;
 };

@@ -12,6 +12,11 @@
 #define CORVANE_SUB_COMMANDS(ADD)                                                                  \
     ADD("info", Info, "Show the edition of a station file and count what it holds.")               \
     ADD("tree", Tree, "Show the elements of a station file.")                                      \
+    ADD("names", Names, "Show the names that elements of a station go by.")                        \
+    ADD("types", Types, "Show which data type templates are used and which are not.")              \
+    ADD("tdl", Tdl, "Show the TDL type of a data type or an attribute.")                           \
+    ADD("subscriptions", Subscriptions, "Show what IEDs receive, by control block.")               \
+    ADD("resolve", Resolve, "Check that each input is fed and leads somewhere.")                   \
     ADD("validate", Validate, "Check station files against the SCL schema.")                       \
     ADD("format", Format, "Write a station file anew, in schema order.")
 
@@ -71,7 +76,7 @@ ExitStatus Run(SCLDocControl& control, const QStringList& arguments)
 {
     if (arguments.isEmpty())
         return WrongUse(QStringLiteral("no sub-command is given"));
-    const QString first = arguments.constFirst();
+    const QString& first = arguments.constFirst();
     if (first == QLatin1String("--help") || first == QLatin1String("-h"))
         return Print(HelpText());
     if (first == QLatin1String("--version") || first == QLatin1String("-v"))

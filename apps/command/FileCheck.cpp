@@ -50,7 +50,7 @@ QString WhyUnreadable(const QString& file)
         return SystemText(errno);
     // Opening can do things to a device, and by the time of opening the name may stand for another
     // file: hence both checks.
-    const QString before = WhyNotRegular(state);
+    QString before = WhyNotRegular(state);
     if (!before.isEmpty())
         return before;
     const FileHandle handle(open(path.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));

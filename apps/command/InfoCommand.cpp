@@ -17,9 +17,8 @@ namespace Corvane::Command
 namespace
 {
 
-constexpr const char* controlBlockTags[] = {g_szTagReportControl, g_szTagLogControl,
-                                            g_szTagGSEControl, g_szTagSampledValueControl,
-                                            g_szTagSettingControl};
+const char* const controlBlockTags[] = {g_szTagReportControl, g_szTagLogControl, g_szTagGSEControl,
+                                        g_szTagSampledValueControl, g_szTagSettingControl};
 
 using TagCounts = QHash<QString, int>;
 

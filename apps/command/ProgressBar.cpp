@@ -36,7 +36,7 @@ int Columns()
 
 QString BarText(const QString& title, int percent)
 {
-    const QString text = QStringLiteral("%1 %2 %").arg(title).arg(percent, 3);
+    QString text = QStringLiteral("%1 %2 %").arg(title).arg(percent, 3);
     const int room = Columns() - static_cast<int>(text.size()) - 4;
     const int cells = std::min(room, largestBar);
     if (cells < 5)

@@ -86,7 +86,7 @@ QString SaveTarget::LookAt(const QByteArray& path)
     m_exists = stat(path.constData(), &m_state) == 0;
     if (!m_exists)
         return errno == ENOENT ? QString() : SystemText(errno);
-    const QString kind = WhyNotRegular(m_state);
+    QString kind = WhyNotRegular(m_state);
     if (!kind.isEmpty())
         return kind;
     if (faccessat(AT_FDCWD, path.constData(), W_OK, AT_EACCESS) != 0)

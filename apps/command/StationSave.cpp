@@ -58,7 +58,7 @@ QString WriteAndCheck(SCLDocument& document, const SaveTarget& target, const Sav
         const QString cause = WhyNotWritable(file.Get());
         return cause.isEmpty() ? reason : QStringLiteral("cannot be written: ") + cause;
     }
-    const QString denied = target.PassPermissions(file.Get());
+    QString denied = target.PassPermissions(file.Get());
     if (!denied.isEmpty())
         return denied;
     return fsync(file.Get()) == 0 ? QString()
@@ -77,15 +77,15 @@ QString SyncFolder(int folder)
 QString Save(SCLDocument& document, const QString& file)
 {
     SaveTarget target;
-    const QString refused = target.Find(file);
+    QString refused = target.Find(file);
     if (!refused.isEmpty())
         return refused;
     SaveFolder::ClearLeftovers(target.Folder());
     SaveFolder folder;
-    const QString unmade = folder.Make(target.Folder(), target.GivenName());
+    QString unmade = folder.Make(target.Folder(), target.GivenName());
     if (!unmade.isEmpty())
         return unmade;
-    const QString unwritten = WriteAndCheck(document, target, folder);
+    QString unwritten = WriteAndCheck(document, target, folder);
     if (!unwritten.isEmpty())
         return unwritten;
     const QString unreplaced = target.Replace(folder);

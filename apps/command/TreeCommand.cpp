@@ -27,7 +27,7 @@ constexpr int deepestIndentation = 40;
 
 QString Indentation(int depth)
 {
-    const QString blanks(2 * std::min(depth, deepestIndentation), QLatin1Char(' '));
+    const QString blanks = QStringLiteral("  ").repeated(std::min(depth, deepestIndentation));
     return depth > deepestIndentation ? blanks + QStringLiteral("(%1) ").arg(depth) : blanks;
 }
 

@@ -51,7 +51,7 @@ private:
     QString Shared(QStringView text);
 
     // Direct-mapped, so that no file can make it grow.
-    static constexpr std::size_t SharedCount = 8192;
+    static constexpr std::size_t SharedCount = 4096;
     static constexpr int LongestShared = 40;
 
     SCLDocument* m_pDocument;

@@ -443,7 +443,7 @@ void StationSaveTest::whatIsNoRegularFileIsRefusedOnBothSides_data()
                                << "a directory";
     QTest::newRow("socket") << "socket"
                             << "a socket";
-    QTest::newRow("device") << "/dev/null"
+    QTest::newRow("device") << "terminal"
                             << "a device";
     QTest::newRow("standard input") << "/dev/stdin"
                                     << "a FIFO";
