@@ -89,7 +89,7 @@ bool CommandLine::Parse(const QStringList& arguments)
 QStringList CommandLine::Files() const
 {
     const QStringList arguments = m_parser.positionalArguments();
-    return m_argument.isEmpty() ? arguments : arguments.mid(0, 1);
+    return m_argument.isEmpty() ? arguments : QStringList(arguments.mid(0, 1));
 }
 
 ExitStatus CommandLine::WrongUse(const QString& text) const

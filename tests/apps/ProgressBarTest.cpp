@@ -14,7 +14,7 @@ namespace
 {
 
 // Enough for loading and saving to take longer than the bar waits.
-constexpr int ieds = 150000;
+constexpr int ieds = 600000;
 
 /// A terminal of given width, for the standard error of a process.
 class Terminal
