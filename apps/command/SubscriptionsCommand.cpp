@@ -10,6 +10,7 @@
 #include <corvane/documents/SCLDocument.h>
 #include <corvane/elements/SCLElement.h>
 #include <corvane/help/SCLHelp.h>
+#include <corvane/help/SCLSubscriptions.h>
 
 #include <QJsonArray>
 
@@ -23,18 +24,16 @@ namespace Corvane::Command
 namespace
 {
 
-using Inputs = QList<SCLHelp::Input_CB>;
-
 struct Kind {
     const char* option;
     const char* name;
     const char* description;
-    Inputs (*subscriptionsOf)(SCLElement* ied);
+    SCLSubscriptions::Kind kind;
 };
 
-constexpr Kind kinds[] = {
-    {"goose", "GOOSE", "Only what comes in by GOOSE.", SCLHelp::GetGSEControlFromIEDInputs},
-    {"sv", "SV", "Only what comes in as sampled values.", SCLHelp::GetSMVControlFromIEDInputs}};
+constexpr Kind allKinds[] = {
+    {"goose", "GOOSE", "Only what comes in by GOOSE.", SCLSubscriptions::Kind::Goose},
+    {"sv", "SV", "Only what comes in as sampled values.", SCLSubscriptions::Kind::SampledValues}};
 
 QString Get(SCLElement* element, const char* attribute)
 {
@@ -50,6 +49,19 @@ QString ReferenceOf(SCLElement* fcda)
     return daName.isEmpty() ? text : text + QLatin1Char('.') + daName;
 }
 
+// One kind of what a whole file subscribes to.
+struct Shown {
+    Shown(const Kind& shownKind, SCLElement* root)
+        : kind(shownKind), subscriptions(root, shownKind.kind)
+    {
+    }
+
+    const Kind& kind;
+    SCLSubscriptions subscriptions;
+};
+
+using ShownKinds = std::vector<std::unique_ptr<Shown>>;
+
 // Shows the subscriptions of IEDs, in one form or the other.
 class Report
 {
@@ -60,7 +72,7 @@ public:
             m_list = std::make_unique<JsonList>(output, QStringLiteral("subscriptions"));
     }
 
-    void Add(SCLElement* ied, const std::vector<const Kind*>& shown);
+    void Add(SCLElement* ied, const ShownKinds& kinds);
     void Finish()
     {
         if (m_list)
@@ -76,19 +88,19 @@ private:
     ElementPaths m_paths;
 };
 
-void Report::Add(SCLElement* ied, const std::vector<const Kind*>& shown)
+void Report::Add(SCLElement* ied, const ShownKinds& kinds)
 {
     bool isFirst = true;
-    for (const Kind* kind : shown) {
-        const Inputs inputs = kind->subscriptionsOf(ied);
+    for (const std::unique_ptr<Shown>& shown : kinds) {
+        const QList<SCLHelp::Input_CB> inputs = shown->subscriptions.Of(ied);
         for (const SCLHelp::Input_CB& input : inputs) {
             if (m_list) {
-                m_list->Add(JsonItem(ied, *kind, input));
+                m_list->Add(JsonItem(ied, shown->kind, input));
                 continue;
             }
             if (std::exchange(isFirst, false))
                 m_output.WriteLine(Escaped(Get(ied, "name")));
-            AddText(*kind, input);
+            AddText(shown->kind, input);
         }
     }
 }
@@ -132,33 +144,34 @@ ExitStatus RunSubscriptions(SCLDocControl& control, const QStringList& arguments
 {
     CommandLine line(
         QStringLiteral("subscriptions"),
-        QStringLiteral("Shows what IEDs receive by the inputs of their LN0s, and the control "
-                       "block that sends it."));
+        QStringLiteral("Shows what IEDs receive by their inputs, and the control block that "
+                       "sends it."));
     AddIedOption(line);
-    for (const Kind& kind : kinds)
+    for (const Kind& kind : allKinds)
         line.AddOption({QLatin1String(kind.option), QLatin1String(kind.description)});
     line.AddJson();
     line.AddFile(QStringLiteral("The station file."));
     if (!line.Parse(arguments))
         return line.Status();
-    const bool goose = line.IsSet(QLatin1String(kinds[0].option));
-    const bool sv = line.IsSet(QLatin1String(kinds[1].option));
+    const bool goose = line.IsSet(QLatin1String(allKinds[0].option));
+    const bool sv = line.IsSet(QLatin1String(allKinds[1].option));
     if (goose && sv)
         return line.WrongUse(QStringLiteral("--goose and --sv exclude each other"));
-    std::vector<const Kind*> shown;
-    if (!sv)
-        shown.push_back(&kinds[0]);
-    if (!goose)
-        shown.push_back(&kinds[1]);
 
     SCLDocument* document = OpenStation(control, line.File());
     QList<SCLElement*> ieds;
     if (document == nullptr || !SelectIeds(line, document->Root(), ieds))
         return ExitStatus::Failed;
+    ShownKinds kinds;
+    for (const Kind& kind : allKinds) {
+        const bool wanted = (!goose && !sv) || line.IsSet(QLatin1String(kind.option));
+        if (wanted)
+            kinds.push_back(std::make_unique<Shown>(kind, document->Root()));
+    }
     StandardOutput output;
     Report report(output, line.Json());
     for (auto ied = ieds.cbegin(); ied != ieds.cend() && !output.HasFailed(); ++ied)
-        report.Add(*ied, shown);
+        report.Add(*ied, kinds);
     report.Finish();
     return output.Finish(ExitStatus::Good);
 }

@@ -41,7 +41,7 @@ int Tenths(const QString& text)
     const double number = text.trimmed().toDouble(&readable);
     if (!readable || !std::isfinite(number) || std::fabs(number) > sane)
         return 0;
-    return static_cast<int>(number * 10.0 + 0.5);
+    return static_cast<int>(std::trunc(number * 10.0 + 0.5));
 }
 
 QString OneDecimal(double number)

@@ -9,7 +9,7 @@ namespace Corvane::Internal
 namespace
 {
 
-constexpr std::size_t Capacity = 64 * 1024;
+constexpr std::size_t Capacity = std::size_t{64} * 1024;
 
 } // namespace
 

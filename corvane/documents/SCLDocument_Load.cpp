@@ -35,7 +35,7 @@ public:
 
     bool IsTooFar(const QXmlStreamReader& reader) const
     {
-        constexpr qint64 allowance = 4 * 1024 * 1024;
+        constexpr qint64 allowance = qint64{4} * 1024 * 1024;
         return m_nBuilt > reader.characterOffset() + allowance;
     }
 
@@ -58,7 +58,7 @@ public:
 private:
     int Share(qint64 references) const
     {
-        constexpr qint64 allowance = 4 * 1024 * 1024;
+        constexpr qint64 allowance = qint64{4} * 1024 * 1024;
         constexpr qint64 least = 16;
         constexpr qint64 most = 4096;
         const qint64 share = (m_pDevice->size() + allowance) / qMax<qint64>(references, 1);
@@ -77,7 +77,7 @@ private:
         return count;
     }
 
-    static constexpr qint64 BlockSize = 1024 * 1024;
+    static constexpr qint64 BlockSize = qint64{1024} * 1024;
 
     QIODevice* m_pDevice;
 };

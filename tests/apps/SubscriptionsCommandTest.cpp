@@ -90,7 +90,10 @@ void SubscriptionsCommandTest::theTextGroupsByIedAndControlBlock()
                                 "T\n"
                                 "  GOOSE PL/LLN0.g, data set dg\n"
                                 "    SCL/IED[3]/AccessPoint/Server/LDevice/LN0/Inputs/ExtRef: "
-                                "\"x\" <- L/GGIO2.Ind2\n");
+                                "\"x\" <- L/GGIO2.Ind2\n"
+                                "  SV PL/LLN0.s, data set d\\ts\n"
+                                "    SCL/IED[3]/AccessPoint/Server/LDevice/LN/Inputs/ExtRef: "
+                                "\"y\" <- L/TCTR1.Amp\n");
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.status, 0);
 }
@@ -140,13 +143,14 @@ void SubscriptionsCommandTest::theOptionsChoose_data()
     const QString sGoose = QStringLiteral("S GOOSE PL/LLN0.g: 2 by 1/2");
     const QString sSv = QStringLiteral("S SV PL/LLN0.s: 1 by none");
     const QString tGoose = QStringLiteral("T GOOSE PL/LLN0.g: 1 by none");
-    QTest::newRow("all") << QStringList() << QStringList{sGoose, sSv, tGoose};
+    const QString tSv = QStringLiteral("T SV PL/LLN0.s: 1 by none");
+    QTest::newRow("all") << QStringList() << QStringList{sGoose, sSv, tGoose, tSv};
     QTest::newRow("GOOSE") << QStringList{"--goose"} << QStringList{sGoose, tGoose};
-    QTest::newRow("sampled values") << QStringList{"--sv"} << QStringList{sSv};
-    QTest::newRow("one IED") << QStringList{"--ied=T"} << QStringList{tGoose};
+    QTest::newRow("sampled values") << QStringList{"--sv"} << QStringList{sSv, tSv};
+    QTest::newRow("one IED") << QStringList{"--ied=T"} << QStringList{tGoose, tSv};
     QTest::newRow("two IEDs, in the order of the file")
-        << QStringList{"--ied=T", "--ied=S"} << QStringList{sGoose, sSv, tGoose};
-    QTest::newRow("one IED and one kind") << QStringList{"--ied=T", "--sv"} << QStringList();
+        << QStringList{"--ied=T", "--ied=S"} << QStringList{sGoose, sSv, tGoose, tSv};
+    QTest::newRow("one IED and one kind") << QStringList{"--ied=T", "--sv"} << QStringList{tSv};
     QTest::newRow("a publisher") << QStringList{"--ied=P"} << QStringList();
 }
 
@@ -205,7 +209,8 @@ void SubscriptionsCommandTest::theSampleSubscribesAsDescribed()
                                          "E02U1 GOOSE E02F1PIGO/LLN0.gocb0: 4 by 1-A",
                                          "E02U1 GOOSE E01F1PIGO/LLN0.gocb0: 1 by 1-A/1-B",
                                          "AA1G1 GOOSE E01F1CTRL/LLN0.gocbILK: 2 by none",
-                                         "AA1G1 GOOSE E02F1CTRL/LLN0.gocbILK: 2 by none"}));
+                                         "AA1G1 GOOSE E02F1CTRL/LLN0.gocbILK: 2 by none",
+                                         "AA1G1 GOOSE E01F1MEAS/LLN0.gocbMEAS: 4 by none"}));
     QCOMPARE(result.status, 0);
 }
 
