@@ -105,7 +105,7 @@ SCLElement* SCLHelp::GetLDeviceFromIEDAndInst(SCLElement* ied, const QString& in
 SCLElement* SCLHelp::GetAPFromConnectedAP(SCLElement* connectedAP)
 {
     SCLElement* root = Internal::RootOf(connectedAP);
-    if (!root)
+    if (!connectedAP || !root)
         return nullptr;
     const AttributeCriterion device(Attribute::name, connectedAP->GetAttribute(Attribute::iedName));
     const AttributeCriterion point(Attribute::name, connectedAP->GetAttribute(Attribute::apName));

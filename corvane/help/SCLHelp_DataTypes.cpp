@@ -168,8 +168,9 @@ SCLElement* SCLHelp::GetEnumTypeFromDA(SCLElement* da)
 
 SCLElement* SCLHelp::GetDOFromDOI(SCLElement* doi)
 {
-    SCLElement* parent = doi ? doi->GetParent(QString()) : nullptr;
-    SCLElement* lnType = GetLNTypeFromLN(parent);
+    if (!doi)
+        return nullptr;
+    SCLElement* lnType = GetLNTypeFromLN(doi->GetParent(QString()));
     return lnType ? lnType->FindChild(Tag::DO, Attribute::name, doi->GetAttribute(Attribute::name),
                                       false)
                   : nullptr;

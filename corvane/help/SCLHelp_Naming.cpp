@@ -305,7 +305,9 @@ QString SCLHelp::GetElementRefName(SCLElement* element, bool mmsForm)
 
 QString SCLHelp::GetElementDisplayName(SCLElement* element)
 {
-    const QString label = element ? Label(element) : QString();
+    if (!element)
+        return QString();
+    const QString label = Label(element);
     const QString desc = label.isEmpty() ? QString() : Get(element, Attribute::desc);
     return desc.isEmpty() ? label : FillPattern("%1:%2", {label, desc});
 }
