@@ -47,8 +47,7 @@ public:
     /// \param fileName an XSD file. What it includes by relative path is read too; nothing is ever
     ///        fetched from a network.
     /// \return false for an empty name, a file that does not exist and a failed load. A file that
-    /// is
-    ///         no schema can give true with no element types: ask HasSclSchema().
+    ///         is no schema can give true with no element types: ask HasSclSchema().
     bool RegisterSchema(const QString& fileName);
     /// Whether a schema is loaded that declares the element `SCL` of the SCL namespace of
     /// IEC 61850-6. Ask this before saving or computing anything whose result depends on the

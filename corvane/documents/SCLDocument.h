@@ -87,8 +87,7 @@ public:
     ///
     /// \param rememberName true makes \a fileName the document's file name.
     /// \param askVersion   true first shows the dialog that appends a version record (`Hitem`) to
-    /// the
-    ///        `Header`'s `History`. The save goes on whatever the user chooses. Without a
+    ///        the `Header`'s `History`. The save goes on whatever the user chooses. Without a
     ///        `QApplication` no dialog is shown.
     /// \return false, and nothing is changed, if there is no root or the file cannot be opened for
     ///         writing.

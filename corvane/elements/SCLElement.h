@@ -162,8 +162,7 @@ public:
     /// in the tree.
     ///
     /// \return true if detached: the caller owns the element now. False if it is null or no child
-    /// of
-    ///         this element.
+    ///         of this element.
     bool DetachChild(SCLElement* child, bool notify);
     /// Deletes a child with all that it holds. Sends `sigDeleteElement` (with \a notify) for the
     /// child, not for its descendants, while it is still in the tree.
@@ -214,8 +213,7 @@ public:
     /// The first child of that \a tag that matches \a attributes.
     ///
     /// \param recursive true goes on below: depth-first through all children, groups in ascending
-    /// tag
-    ///        id, at each level all direct children of the tag before any descent.
+    ///        tag id, at each level all direct children of the tag before any descent.
     SCLElement* FindChild(const QString& tag, const QMap<QString, QString>& attributes,
                           bool recursive);
     /// The same with one attribute.

@@ -24,6 +24,9 @@ class SCLElement;
 /// first in child order wins.
 ///
 /// The `Server` of an `AccessPoint` is its first one.
+///
+/// Two classes look further: SCLExtRefVerdict tells why an input is not fed, SCLSubscriptions takes the
+/// inputs of all logical nodes.
 class CORVANE_EXPORT SCLHelp
 {
 public:
@@ -92,8 +95,8 @@ public:
     ///
     /// \param da      not null.
     /// \param tdlType the type. On false unchanged, but empty after a `bType` without a word.
-    /// \return false without `bType`, without a word for it, or for a "Struct" whose `DAType` is
-    ///         missing or has no `BDA`.
+    /// \return false without `bType`, without a word for it, for a "Struct" whose `DAType` is missing
+    ///         or has no `BDA`, and for a text that would grow beyond any use.
     static bool GetTDLTypeFromDA(SCLElement* da, QString& tdlType);
     /// The TDL type of a whole data object: all `SDO`s, then all `DA`s, of any functional
     /// constraint. A type that is already open around itself counts as one without members there.
@@ -101,14 +104,14 @@ public:
     /// \param doType  not null.
     /// \param tdlType the type. On false unchanged for a type without children, otherwise the
     ///                unfinished text.
-    /// \return false if there is neither `SDO` nor `DA`, or the type of an `SDO` is missing.
+    /// \return false if there is neither `SDO` nor `DA`, if the type of an `SDO` is missing, and, with
+    ///         \a tdlType unchanged, for a text that would grow beyond any use.
     static bool GetTDLTypeFromDOType(SCLElement* doType, QString& tdlType);
     /// The TDL word of one attribute of a data object that has a `DOI`, and whether that data
     /// object is of common data class ACT.
     ///
     /// \param ln      the `LN` or `LN0` that holds the `DOI`.
-    /// \param doName  name of the `DOI`, optionally followed by dotted `SDO` names. In a path of
-    /// more
+    /// \param doName  name of the `DOI`, optionally followed by dotted `SDO` names. In a path of more
     ///                than two names those between the first and the last have one character.
     /// \param daName  path of the attribute as GetDAFromDOTypeAndName() takes it.
     /// \param tdlType the word; structures have none.
@@ -168,8 +171,8 @@ public:
     /// \param lnName name of the logical node as SCLElement::FindChild(const QString&) takes it.
     /// \param doName data object, possibly dotted.
     /// \param daName attribute, possibly dotted. Left as it is for a path without one: pass it
-    /// empty. \return false if the text has none of these shapes; then the out-arguments are not to
-    /// be used.
+    ///               empty.
+    /// \return false if the text has none of these shapes; then the out-arguments are not to be used.
     static bool ParseExtRefIntAddr(const QString& intAddr, QString& port, QString& ldInst,
                                    QString& lnName, QString& doName, QString& daName);
     /// All `FCDA`s that an `ExtRef` refers to: in the first IED named by `iedName`, those that

@@ -32,8 +32,7 @@ public:
     enum class Kind { Goose, SampledValues };
 
     /// \param root the root of a document, which must outlive this object; null gives an object
-    /// that
-    ///        finds nothing.
+    ///        that finds nothing.
     SCLSubscriptions(SCLElement* root, Kind kind);
     ~SCLSubscriptions();
 

@@ -34,8 +34,7 @@ class CORVANE_EXPORT SCLElementType
 {
 public:
     /// \param declaration the declaration, owned by the schema model; may be null, then the node
-    /// has
-    ///        neither name nor children.
+    ///        has neither name nor children.
     /// \param minOccurs minimum occurrence of the particle; 1 for a global element.
     SCLElementType(xercesc::XSElementDeclaration* declaration, unsigned int minOccurs);
     ~SCLElementType();
