@@ -3,7 +3,7 @@
 function(corvane_warnings target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
-        -Woverloaded-virtual -Wduplicated-cond -Wlogical-op -Wnull-dereference -Wformat=2)
+        -Woverloaded-virtual -Wduplicated-cond -Wlogical-op -Wformat=2)
     if(CORVANE_WERROR)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
