@@ -14,7 +14,11 @@ namespace
 {
 
 // Enough for loading and saving to take longer than the bar waits.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int ieds = 150000; // all else takes longer there
+#else
 constexpr int ieds = 600000;
+#endif
 
 /// A terminal of given width, for the standard error of a process.
 class Terminal
