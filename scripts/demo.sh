@@ -29,6 +29,13 @@ run() {
     printf '   $ %s\n' "$*"
     "$@" | sed 's/^/   /'
 }
+# The same for a long answer, of which the last lines tell all.
+run_and_show_last() {
+    local lines=$1
+    shift
+    printf '   $ %s\n   ...\n' "$*"
+    "$@" | tail -n "$lines" | sed 's/^/   /'
+}
 # The same for a command that must answer that the file falls short, with exit status 1.
 run_falling_short() {
     local status=0
@@ -74,7 +81,7 @@ run "$corvane" subscriptions --ied E01U1 "$station"
 outcome "found"
 
 step "Is each input fed, and does it lead somewhere?"
-run "$corvane" resolve "$station"
+run_and_show_last 4 "$corvane" resolve "$station"
 outcome "all inputs resolve"
 
 printf '\nAll %d steps went well.\n' "$steps"
