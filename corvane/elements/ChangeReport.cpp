@@ -2,6 +2,7 @@
 #include <corvane/elements/ChangeReport.h>
 
 #include <corvane/documents/SCLDocument.h>
+#include <corvane/elements/ChangeStamp.h>
 
 namespace Corvane::Internal
 {
@@ -9,44 +10,45 @@ namespace Corvane::Internal
 void ChangeReport::Added(SCLElement* element) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigAddElement(element);
+        ChangeStamp::Send([&] { Q_EMIT m_pDocument->sigAddElement(element); });
 }
 
 void ChangeReport::AboutToDelete(SCLElement* element) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigDeleteElement(element);
+        ChangeStamp::Send([&] { Q_EMIT m_pDocument->sigDeleteElement(element); });
 }
 
 void ChangeReport::Moved(SCLElement* element, int from, int to) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigMoveElement(element, from, to);
+        ChangeStamp::Send([&] { Q_EMIT m_pDocument->sigMoveElement(element, from, to); });
 }
 
 void ChangeReport::AttributeEdited(SCLElement* element, SCLAttribute* attribute,
                                    const QString& oldValue) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigEditAttribute(element, attribute, oldValue);
+        ChangeStamp::Send(
+            [&] { Q_EMIT m_pDocument->sigEditAttribute(element, attribute, oldValue); });
 }
 
 void ChangeReport::AttributeRemoved(SCLElement* element, SCLAttribute* attribute) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigRemoveAttribute(element, attribute);
+        ChangeStamp::Send([&] { Q_EMIT m_pDocument->sigRemoveAttribute(element, attribute); });
 }
 
 void ChangeReport::ValueEdited(SCLElement* element) const
 {
     if (Signals())
-        Q_EMIT m_pDocument->sigEditValue(element);
+        ChangeStamp::Send([&] { Q_EMIT m_pDocument->sigEditValue(element); });
 }
 
 void ChangeReport::MarkModified() const
 {
     if (m_pDocument)
-        m_pDocument->SetModified(true, false);
+        ChangeStamp::Send([&] { m_pDocument->SetModified(true, false); });
 }
 
 } // namespace Corvane::Internal

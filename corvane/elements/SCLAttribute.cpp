@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/elements/SCLAttribute.h>
 
+#include <corvane/elements/ChangeStamp.h>
 #include <corvane/elements/NodeStore.h>
 #include <corvane/elements/SCLNamePool.h>
 
 namespace Corvane
 {
 
+using Internal::ChangeStamp;
 using Internal::NodeStore;
 using Internal::SCLNamePool;
 
@@ -34,9 +36,18 @@ SCLAttribute::SCLAttribute(unsigned short id, const QString& value)
 {
 }
 
+SCLAttribute& SCLAttribute::operator=(const SCLAttribute& other)
+{
+    m_uNameId = other.m_uNameId;
+    m_strValue = other.m_strValue;
+    ChangeStamp::Move();
+    return *this;
+}
+
 void SCLAttribute::SetName(const QString& name)
 {
     m_uNameId = SCLNamePool::Instance()->AddAttToNamePool(name);
+    ChangeStamp::Move();
 }
 
 QString SCLAttribute::GetName() const
@@ -47,6 +58,7 @@ QString SCLAttribute::GetName() const
 void SCLAttribute::SetValue(const QString& value)
 {
     m_strValue = value;
+    ChangeStamp::Move();
 }
 
 QString SCLAttribute::GetValue() const

@@ -14,6 +14,7 @@ class SCLElement;
 
 namespace Internal
 {
+class CrcCopy;
 class TreeBuilder;
 class XmlTreeWriter;
 } // namespace Internal
@@ -34,6 +35,9 @@ public:
     /// An attribute of that \a name, which is pooled, and \a value.
     SCLAttribute(const QString& name, const QString& value);
 
+    SCLAttribute(const SCLAttribute&) = default;
+    SCLAttribute& operator=(const SCLAttribute& other);
+
     /// Pools \a name and takes it.
     void SetName(const QString& name);
     /// The name; a null `QString` if none was set.
@@ -50,6 +54,7 @@ public:
 
 private:
     friend class SCLElement;
+    friend class Internal::CrcCopy;
     friend class Internal::TreeBuilder;
     friend class Internal::XmlTreeWriter;
 

@@ -2,6 +2,7 @@
 #include <corvane/elements/SCLElement.h>
 
 #include <corvane/elements/ChangeReport.h>
+#include <corvane/elements/ChangeStamp.h>
 #include <corvane/elements/NodeStore.h>
 #include <corvane/elements/PreorderWalk.h>
 #include <corvane/elements/SCLAttribute.h>
@@ -11,6 +12,7 @@ namespace Corvane
 {
 
 using Internal::ChangeReport;
+using Internal::ChangeStamp;
 using Internal::NodeStore;
 using Internal::PreorderWalk;
 using Internal::SCLNamePool;
@@ -35,12 +37,29 @@ SCLElement::SCLElement(const QString& tag, SCLDocument* doc, SCLElement* parent)
 SCLElement::SCLElement(unsigned short tagId, SCLDocument* doc, SCLElement* parent)
     : m_uTagId(tagId), m_pElementType(nullptr), m_pDocument(doc), m_pParent(parent)
 {
+    ChangeStamp::Move();
 }
 
 SCLElement::~SCLElement()
 {
     ClearChild();
     qDeleteAll(m_listAttribute);
+    ChangeStamp::Move();
+}
+
+SCLElement& SCLElement::operator=(const SCLElement& other)
+{
+    if (this == &other)
+        return *this;
+    m_uTagId = other.m_uTagId;
+    m_strValue = other.m_strValue;
+    m_pElementType = other.m_pElementType;
+    m_pDocument = other.m_pDocument;
+    m_pParent = other.m_pParent;
+    m_listAttribute = other.m_listAttribute;
+    m_mapChild = other.m_mapChild;
+    ChangeStamp::Move();
+    return *this;
 }
 
 void* SCLElement::operator new(std::size_t size)
@@ -71,6 +90,7 @@ void SCLElement::SetValue(const QString& value, bool notify)
     if (value == m_strValue)
         return;
     m_strValue = value;
+    ChangeStamp::Move();
     const ChangeReport report(m_pDocument, notify);
     report.ValueEdited(this);
     report.MarkModified();
@@ -87,11 +107,13 @@ void SCLElement::SetDocument(SCLDocument* doc)
     PreorderWalk walk(this);
     while (SCLElement* element = walk.Next())
         element->m_pDocument = doc;
+    ChangeStamp::Move();
 }
 
 void SCLElement::SetParent(SCLElement* parent)
 {
     m_pParent = parent;
+    ChangeStamp::Move();
 }
 
 bool SCLElement::IsEmpty() const
@@ -149,6 +171,7 @@ bool SCLElement::SetAttribute(const QString& name, const QString& value, bool no
         attribute = new SCLAttribute(nameId, value);
         m_listAttribute.append(attribute);
     }
+    ChangeStamp::Move();
     const ChangeReport report(m_pDocument, notify);
     report.AttributeEdited(this, attribute, oldValue);
     report.MarkModified();
@@ -161,6 +184,7 @@ bool SCLElement::RemoveAttribute(const QString& name, bool notify)
     if (!attribute)
         return false;
     m_listAttribute.removeOne(attribute);
+    ChangeStamp::Move();
     const ChangeReport report(m_pDocument, notify);
     report.AttributeRemoved(this, attribute);
     report.MarkModified();
@@ -177,6 +201,7 @@ void SCLElement::SetAttributeList(const QStringList& names, const QStringList& v
     m_listAttribute.reserve(names.size());
     for (decltype(names.size()) i = 0; i < names.size(); ++i)
         m_listAttribute.append(new SCLAttribute(names[i], values[i]));
+    ChangeStamp::Move();
     ChangeReport(m_pDocument, false).MarkModified();
 }
 

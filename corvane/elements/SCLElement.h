@@ -3,6 +3,7 @@
 
 #include <corvane/corvane_export.h>
 
+#include <QByteArray>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -11,6 +12,7 @@
 #include <cstddef>
 
 QT_BEGIN_NAMESPACE
+class QDataStream;
 class QXmlStreamWriter;
 template <typename T>
 class QFutureInterface;
@@ -26,6 +28,7 @@ namespace Internal
 {
 class AttributeCriterion;
 class AttributeReader;
+class CrcCopy;
 class PreorderWalk;
 class SCLElementType;
 class TreeBuilder;
@@ -78,7 +81,7 @@ public:
     /// parent, and whichever of the two is destroyed first leaves the other with dangling pointers.
     /// Use Clone() to duplicate an element.
     SCLElement(const SCLElement&) = default;
-    SCLElement& operator=(const SCLElement&) = default;
+    SCLElement& operator=(const SCLElement& other);
 
     /// \name Tag, value, document
     /// \{
@@ -259,6 +262,34 @@ public:
     /// \param withChildren false writes the tag and the attributes only.
     void WriteToXML(QXmlStreamWriter& writer, QFutureInterface<QString>* future, bool withChildren);
 
+    /// \name Binary image
+    /// The element with all below it as one record of tags, values, attributes and children, without
+    /// a header or a check sum. It keeps texts as they are, also null ones apart from empty ones,
+    /// and the order of attributes and of the children of one tag.
+    /// \{
+
+    /// Writes the record of this element, or fills this element from a record.
+    ///
+    /// Reading replaces tag and value, sets the attributes as SetAttribute() does and adds the
+    /// children as AttachChild() does: what the element has besides stays, the document is marked
+    /// modified, no signal of an element or attribute goes out. It is meant for a fresh element;
+    /// one that stands among the children of another must be of the tag that the record has.
+    ///
+    /// Reading reports no failure. Past the end of the bytes texts are null and counts 0, and a
+    /// length or a count that lies gives a tree that nobody wrote, never one larger than the bytes
+    /// can account for. Check an image that may be damaged with SCLBinaryCheck first.
+    ///
+    /// \param stream  in its default settings, as both sides have to agree.
+    /// \param writing true writes, false reads.
+    /// \param future  progress, or null. Moves once, at the begin, with event processing (user input
+    ///                excluded): when writing by one, when reading to the position of the device.
+    void Serialize(QDataStream& stream, bool writing, QFutureInterface<QString>* future);
+    /// The record of this element.
+    QByteArray WriteToBinary();
+    /// Fills this element from a record, as Serialize() does. Bytes behind the record are ignored.
+    void ReadFromBinary(const QByteArray& bytes);
+    /// \}
+
     /// Elements come from a store of their own, which goes back to the system when the last element
     /// is gone.
     static void* operator new(std::size_t size);
@@ -267,9 +298,13 @@ public:
 private:
     friend class Internal::AttributeCriterion;
     friend class Internal::AttributeReader;
+    friend class Internal::CrcCopy;
     friend class Internal::PreorderWalk;
     friend class Internal::TreeBuilder;
     friend class Internal::XmlTreeWriter;
+
+    class CORVANE_NO_EXPORT BinaryReader;
+    class CORVANE_NO_EXPORT BinaryWriter;
 
     using ChildGroups = QMap<unsigned short, QList<SCLElement*>>;
 

@@ -2,6 +2,7 @@
 #include <corvane/elements/SCLElement.h>
 
 #include <corvane/elements/ChangeReport.h>
+#include <corvane/elements/ChangeStamp.h>
 #include <corvane/elements/PreorderWalk.h>
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLNamePool.h>
@@ -13,6 +14,7 @@ namespace Corvane
 {
 
 using Internal::ChangeReport;
+using Internal::ChangeStamp;
 using Internal::PreorderWalk;
 using Internal::SCLNamePool;
 
@@ -64,6 +66,7 @@ SCLElement* SCLElement::CreateSilently(const QString& tag, int pos)
         return nullptr;
     auto* child = new SCLElement(tagId, m_pDocument, this);
     InsertAt(group, pos, child);
+    ChangeStamp::Move();
     return child;
 }
 
@@ -102,6 +105,7 @@ bool SCLElement::AttachChild(SCLElement* child, int pos, bool notify)
     InsertAt(group, pos, child);
     child->SetDocument(m_pDocument);
     child->m_pParent = this;
+    ChangeStamp::Move();
     const ChangeReport report(m_pDocument, notify);
     report.Added(child);
     report.MarkModified();
@@ -122,6 +126,7 @@ bool SCLElement::DetachChild(SCLElement* child, bool notify)
     if (m_mapChild[tagId].removeOne(child)) {
         child->SetDocument(nullptr);
         child->m_pParent = nullptr;
+        ChangeStamp::Move();
     }
     return true;
 }
@@ -135,6 +140,7 @@ bool SCLElement::RemoveChild(SCLElement* child, bool notify)
     report.AboutToDelete(child);
     if (m_mapChild[tagId].removeOne(child))
         delete child;
+    ChangeStamp::Move();
     report.MarkModified();
     return true;
 }
@@ -152,6 +158,7 @@ bool SCLElement::MoveChild(const QString& tag, int from, int to, bool notify)
         return false;
     SCLElement* child = group->at(from);
     group->move(from, to);
+    ChangeStamp::Move();
     const ChangeReport report(m_pDocument, notify);
     report.Moved(child, from, to);
     report.MarkModified();
@@ -162,6 +169,7 @@ void SCLElement::ClearChild()
 {
     if (m_mapChild.isEmpty())
         return;
+    ChangeStamp::Move();
     // Descendants are unhooked before they are deleted, so that no destructor descends.
     std::vector<SCLElement*> doomed;
     const auto unhook = [&doomed](SCLElement* element) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/elements/TreeBuilder.h>
 
+#include <corvane/elements/ChangeStamp.h>
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLElement.h>
 #include <corvane/elements/SCLNamePool.h>
@@ -51,6 +52,7 @@ bool TreeBuilder::AddAttribute(QStringView name, QStringView value)
     if (nameId == SCLNamePool::m_uInvalidId)
         return false;
     m_openElements.last().element->m_listAttribute.append(new SCLAttribute(nameId, Shared(value)));
+    ChangeStamp::Move();
     return true;
 }
 
@@ -63,6 +65,7 @@ void TreeBuilder::AppendText(QStringView text)
         value = Shared(text);
     else
         value.append(text.data(), static_cast<decltype(value.size())>(text.size()));
+    ChangeStamp::Move();
 }
 
 void TreeBuilder::EndElement()
