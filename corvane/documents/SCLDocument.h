@@ -5,6 +5,7 @@
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLElement.h>
 
+#include <QByteArray>
 #include <QFuture>
 #include <QObject>
 #include <QString>
@@ -93,10 +94,37 @@ public:
     ///         writing.
     bool SaveAs(const QString& fileName, bool rememberName, bool askVersion);
 
+    /// The tree as a binary image, see SCLElement::Serialize(). Empty, and no task is announced, if
+    /// there is no root. The modified state stays.
+    QByteArray WriteBinary();
+    /// Replaces the tree by that of a binary image, whose root may have any tag. The old root is
+    /// deleted without a signal, and pointers into the old tree dangle.
+    ///
+    /// The file name stays, and the document is marked modified if the image has any attribute or
+    /// child. There is a root in any case, but damage is not reported: see SCLBinaryCheck.
+    void ReadBinary(const QByteArray& bytes);
+
+    /// Brings the virtual-terminal CRCs up to date, see CrcGenerator: that of each `IED` in its
+    /// `Private` child of type "IED virtual terminal conection CRC", and that of the substation in
+    /// the `Private` child of the root of type "Substation virtual terminal conection CRC". Missing
+    /// ones are created behind all other `Private` children.
+    ///
+    /// The text of an IED is its CRC in eight upper-case hexadecimal digits, also where the IED is
+    /// incomplete, and empty for one that neither sends nor receives. That of the substation is the
+    /// CRC of the texts of all IEDs, sorted by name, and empty without IEDs; of several IEDs of one
+    /// name it covers the last.
+    ///
+    /// Changes go out with the usual signals; a CRC that is the same changes nothing. Register a
+    /// schema first. Progress rises by one for each IED. Events are processed, user input excluded,
+    /// after each IED: what timers and slots change meanwhile counts for the IEDs that follow, an
+    /// IED that they take out is passed over, one that they add is not looked at. Without a root
+    /// nothing happens.
+    void UpdateCrcCode();
+
 Q_SIGNALS:
     /// A long operation has prepared its progress task. The future carries progress and no result;
-    /// titles are "Parsing" and "Saving", translated. Sent before the task reports that it has
-    /// started.
+    /// titles are "Parsing", "Saving" and "Updating CRC", translated. Sent before the task reports
+    /// that it has started.
     void sigFutaskTaskPrepared(const QFuture<QString>& future, const QString& strTitle);
     /// The modified state has changed.
     void sigModifiedStateChanged();
