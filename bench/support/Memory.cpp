@@ -10,6 +10,8 @@
 #include <malloc.h>
 #endif
 
+#include <vector>
+
 namespace Corvane::Bench
 {
 
@@ -32,6 +34,14 @@ void ReturnFreedMemory()
 #ifdef __GLIBC__
     malloc_trim(0);
 #endif
+}
+
+void CoolCaches()
+{
+    static std::vector<quint64> memory(std::size_t(1) << 24);
+    for (quint64& word : memory) {
+        ++word;
+    }
 }
 
 qint64 PeakMemoryInChild(const QStringList& arguments)

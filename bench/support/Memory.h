@@ -19,6 +19,11 @@ qint64 PeakMemory();
 /// something large: otherwise the workload that follows pays for putting the free pieces together.
 void ReturnFreedMemory();
 
+/// Puts other things into the processor's caches. Call it, untimed, before a workload that is
+/// measured per element: what was done just before would help a small station, whose elements fit,
+/// and not a large one; and a user's click finds no cache warmed either.
+void CoolCaches();
+
 /// Runs this program again with \a arguments and returns what GrowthReport() printed there, or -1.
 /// Memory is measured in a fresh process: in one that has run before, a load would reuse what
 /// earlier ones left.

@@ -45,6 +45,9 @@ inline const QString DA = QLatin1String(g_szTagDA);
 inline const QString BDA = QLatin1String(g_szTagBDA);
 inline const QString Address = QLatin1String(g_szTagAddress);
 inline const QString P = QLatin1String(g_szTagP);
+inline const QString PhysConn = QLatin1String(g_szTagPhysConn);
+inline const QString MinTime = QStringLiteral("MinTime");
+inline const QString MaxTime = QStringLiteral("MaxTime");
 inline const QString Substation = QLatin1String(g_szTagSubstation);
 inline const QString Hitem = QStringLiteral("Hitem");
 inline const QString VoltageLevel = QStringLiteral("VoltageLevel");
@@ -54,6 +57,14 @@ inline const QString TransformerWinding = QStringLiteral("TransformerWinding");
 inline const QString ConductingEquipment = QStringLiteral("ConductingEquipment");
 inline const QString ConnectivityNode = QStringLiteral("ConnectivityNode");
 inline const QString Terminal = QStringLiteral("Terminal");
+inline const QString Association = QStringLiteral("Association");
+inline const QString ClientLN = QStringLiteral("ClientLN");
+inline const QString IEDName = QStringLiteral("IEDName");
+inline const QString KDC = QStringLiteral("KDC");
+inline const QString RptEnabled = QStringLiteral("RptEnabled");
+inline const QString LNode = QStringLiteral("LNode");
+inline const QString Private = QLatin1String(g_szTagPrivate);
+inline const QString Val = QLatin1String(g_szTagVal);
 
 } // namespace Corvane::Internal::Tag
 
@@ -61,6 +72,7 @@ namespace Corvane::Internal::Attribute
 {
 
 inline const QString apName = QStringLiteral("apName");
+inline const QString appID = QStringLiteral("appID");
 inline const QString bType = QStringLiteral("bType");
 inline const QString cbName = QStringLiteral("cbName");
 inline const QString cdc = QStringLiteral("cdc");
@@ -69,10 +81,12 @@ inline const QString datSet = QStringLiteral("datSet");
 inline const QString desc = QStringLiteral("desc");
 inline const QString doName = QStringLiteral("doName");
 inline const QString iedName = QStringLiteral("iedName");
+inline const QString fc = QStringLiteral("fc");
 inline const QString id = QStringLiteral("id");
 inline const QString inst = QStringLiteral("inst");
 inline const QString intAddr = QStringLiteral("intAddr");
 inline const QString ldInst = QStringLiteral("ldInst");
+inline const QString ldName = QStringLiteral("ldName");
 inline const QString lnClass = QStringLiteral("lnClass");
 inline const QString lnInst = QStringLiteral("lnInst");
 inline const QString lnType = QStringLiteral("lnType");
@@ -80,7 +94,9 @@ inline const QString multicast = QStringLiteral("multicast");
 inline const QString name = QStringLiteral("name");
 inline const QString prefix = QStringLiteral("prefix");
 inline const QString revision = QStringLiteral("revision");
+inline const QString rptID = QStringLiteral("rptID");
 inline const QString sAddr = QStringLiteral("sAddr");
+inline const QString smvID = QStringLiteral("smvID");
 inline const QString type = QStringLiteral("type");
 inline const QString version = QStringLiteral("version");
 

@@ -80,6 +80,11 @@ QList<SCLElement*> ExtRefsOfFirstInputs(SCLElement* node)
     return Children(FirstChild(node, Tag::Inputs), Tag::ExtRef);
 }
 
+QList<SCLElement*> ClientLNsOfFirstRptEnabled(SCLElement* reportControl)
+{
+    return Children(FirstChild(reportControl, Tag::RptEnabled), Tag::ClientLN);
+}
+
 QStringList PortNamesOfIntAddr(const QString& intAddr)
 {
     const QStringList parts = intAddr.split(QLatin1Char(':'), Qt::KeepEmptyParts);

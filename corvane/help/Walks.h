@@ -38,6 +38,8 @@ QList<SCLElement*> NodesFirstLN0InFront(SCLElement* lDevice);
 QList<SCLElement*> ControlBlocksOfFirstLN0(SCLElement* lDevice, const QString& controlTag);
 /// The `ExtRef`s in the first `Inputs` of a logical node.
 QList<SCLElement*> ExtRefsOfFirstInputs(SCLElement* node);
+/// The `ClientLN`s of a `ReportControl`'s first `RptEnabled`.
+QList<SCLElement*> ClientLNsOfFirstRptEnabled(SCLElement* reportControl);
 /// The port names of an `intAddr`: what stands before its one colon, cut at "/", empty parts kept.
 /// None if there is not exactly one colon.
 QStringList PortNamesOfIntAddr(const QString& intAddr);
