@@ -58,10 +58,17 @@ void CommandLine::AddFile(const QString& description)
     m_parser.addPositionalArgument(QStringLiteral("FILE"), description, QStringLiteral("FILE"));
 }
 
+void CommandLine::AddArgument(const QString& name, const QString& description)
+{
+    m_parser.addPositionalArgument(name, description, name);
+    m_arguments.append(name);
+    ++m_requiredArguments;
+}
+
 void CommandLine::AddOptionalArgument(const QString& name, const QString& description)
 {
     m_parser.addPositionalArgument(name, description, QLatin1Char('[') + name + QLatin1Char(']'));
-    m_argument = name;
+    m_arguments.append(name);
 }
 
 void CommandLine::AddFiles(const QString& description)
@@ -89,7 +96,7 @@ bool CommandLine::Parse(const QStringList& arguments)
 QStringList CommandLine::Files() const
 {
     const QStringList arguments = m_parser.positionalArguments();
-    return m_argument.isEmpty() ? arguments : QStringList(arguments.mid(0, 1));
+    return m_arguments.isEmpty() ? arguments : QStringList(arguments.mid(0, 1));
 }
 
 ExitStatus CommandLine::WrongUse(const QString& text) const
@@ -139,11 +146,14 @@ QString CommandLine::WhyWrongFiles() const
 
 QString CommandLine::WhyWrongArgument() const
 {
-    const QStringList rest = m_parser.positionalArguments().mid(Files().size());
-    if (rest.contains(QString()))
-        return QStringLiteral("the argument %1 is empty").arg(m_argument);
-    if (rest.size() > 1)
-        return QStringLiteral("more than one %1 is given").arg(m_argument);
+    const QStringList given = m_parser.positionalArguments().mid(Files().size());
+    if (given.size() > m_arguments.size())
+        return QStringLiteral("more than one %1 is given").arg(m_arguments.constLast());
+    const auto empty = given.indexOf(QString());
+    if (empty >= 0)
+        return QStringLiteral("the argument %1 is empty").arg(m_arguments.at(empty));
+    if (given.size() < m_requiredArguments)
+        return QStringLiteral("the argument %1 is missing").arg(m_arguments.at(given.size()));
     return {};
 }
 

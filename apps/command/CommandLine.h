@@ -33,7 +33,9 @@ public:
     void AddSchema();
     /// Declares the one file that the sub-command reads.
     void AddFile(const QString& description);
-    /// Declares an argument that may follow the one file.
+    /// Declares an argument that must follow the one file, and the ones declared before.
+    void AddArgument(const QString& name, const QString& description);
+    /// Declares an argument that may follow the one file. It is the last.
     void AddOptionalArgument(const QString& name, const QString& description);
     /// Declares one file or more.
     void AddFiles(const QString& description);
@@ -52,8 +54,12 @@ public:
     QString Schema() const { return Value(QStringLiteral("schema")); }
     QString File() const { return Files().constFirst(); }
     QStringList Files() const;
-    /// The argument of AddOptionalArgument(), or an empty text.
-    QString Argument() const { return m_parser.positionalArguments().value(1); }
+    /// The argument of AddArgument() or AddOptionalArgument(), counted from 0; an empty text if it
+    /// was left out.
+    QString Argument(int index = 0) const
+    {
+        return m_parser.positionalArguments().value(index + 1);
+    }
 
     /// Complains about a wrong use, in the form in which Parse() does it.
     ExitStatus WrongUse(const QString& text) const;
@@ -69,7 +75,8 @@ private:
     QList<QCommandLineOption> m_options;
     QStringList m_required;
     QStringList m_repeatable;
-    QString m_argument;
+    QStringList m_arguments;
+    int m_requiredArguments = 0;
     bool m_manyFiles = false;
     ExitStatus m_status = ExitStatus::Good;
 };
