@@ -245,7 +245,7 @@ QString SCLHelp::GetDAIShortAddress(SCLElement* doi, const QString& fc, QString&
         return GetDAIShortAddress(doi, daName);
     const QStringList candidates = doi ? UsualAttributes(fc) : QStringList();
     for (const QString& candidate : candidates) {
-        const QString address = GetDAIShortAddress(doi, candidate);
+        QString address = GetDAIShortAddress(doi, candidate);
         if (!address.isEmpty()) {
             daName = candidate;
             return address;

@@ -68,7 +68,7 @@ constexpr TypeImage typeImages[] = {
     {SCLIconProvider::SclIconTerminal, "terminal"},
 };
 
-constexpr TagImage tagImages[] = {
+const TagImage tagImages[] = {
     {g_szTagSCL, "scl"},
     {g_szTagGSE, "gse"},
     {g_szTagSMV, "smv"},
