@@ -12,6 +12,9 @@ function(corvane_add_test_program name library)
         CORVANE_TEST_DIR="${PROJECT_SOURCE_DIR}/tests"
         CORVANE_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    # What is tested is optimized as the build type says. The tests themselves are compiled once for
+    # each run, and that takes a third of the time this way.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-O0>)
     corvane_warnings(${name})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES

@@ -3,7 +3,7 @@
 # Installs the Debian packages that building and testing corvane needs.
 #
 #   scripts/setup.sh          to build, test and run
-#   scripts/setup.sh --checks also the formatter and the linter
+#   scripts/setup.sh --checks also the formatter, the linter and what renders the icons
 #
 # Packages that are there already are left alone; when all are, nothing is run and no network used.
 set -euo pipefail
@@ -13,7 +13,7 @@ packages=(
     qt6-base-dev qtbase5-dev
     libxerces-c-dev
 )
-[ "${1:-}" = --checks ] && packages+=(clang-format clang-tidy)
+[ "${1:-}" = --checks ] && packages+=(clang-format clang-tidy librsvg2-bin)
 
 if ! command -v dpkg-query >/dev/null; then
     echo "setup: no dpkg here; this system must provide by itself: ${packages[*]}"
