@@ -17,14 +17,16 @@ const QString outputOption = QStringLiteral("output");
 
 } // namespace
 
-EditOptions::EditOptions(CommandLine& line) : m_line(line)
+EditOptions::EditOptions(CommandLine& line, const QString& flag) : m_line(line), m_flag(flag)
 {
-    line.AddOption({dryRunOption, QStringLiteral("Show what would change and write nothing.")});
-    line.AddOption({schemaOption, QStringLiteral("The SCL schema. Needed unless it is a dry run."),
-                    QStringLiteral("XSD")});
+    const QString with = flag.isEmpty() ? QString() : QStringLiteral("With --%1: ").arg(flag);
+    const QString needed = QStringLiteral(" Needed unless it is a dry run.");
+    line.AddOption(
+        {dryRunOption, with + QStringLiteral("Show what would change and write nothing.")});
+    line.AddOption(
+        {schemaOption, with + QStringLiteral("The SCL schema.") + needed, QStringLiteral("XSD")});
     line.AddOption({{QStringLiteral("o"), outputOption},
-                    QStringLiteral("The file to write; it may be FILE itself. Needed unless it is "
-                                   "a dry run."),
+                    with + QStringLiteral("The file to write; it may be FILE itself.") + needed,
                     QStringLiteral("OUT")});
 }
 
@@ -35,15 +37,26 @@ bool EditOptions::IsDryRun() const
 
 bool EditOptions::Check() const
 {
+    const QString reason = WhyWrong();
+    if (!reason.isEmpty())
+        m_line.WrongUse(reason);
+    return reason.isEmpty();
+}
+
+QString EditOptions::WhyWrong() const
+{
+    if (!m_flag.isEmpty() && !m_line.IsSet(m_flag)) {
+        for (const QString& option : {dryRunOption, schemaOption, outputOption}) {
+            if (m_line.IsSet(option))
+                return QStringLiteral("the option --%1 needs --%2").arg(option, m_flag);
+        }
+        return {};
+    }
     if (IsDryRun())
-        return true;
+        return {};
     if (!m_line.IsSet(schemaOption))
-        m_line.WrongUse(QStringLiteral("the option --schema is missing"));
-    else if (!m_line.IsSet(outputOption))
-        m_line.WrongUse(QStringLiteral("the option -o is missing"));
-    else
-        return true;
-    return false;
+        return QStringLiteral("the option --schema is missing");
+    return m_line.IsSet(outputOption) ? QString() : QStringLiteral("the option -o is missing");
 }
 
 SCLDocument* EditOptions::Open(SCLDocControl& control) const

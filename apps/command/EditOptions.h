@@ -20,7 +20,10 @@ class EditOptions
 {
 public:
     /// Declares them.
-    explicit EditOptions(CommandLine& line);
+    ///
+    /// \param flag the option without which the sub-command only reads, if it has one: the others
+    ///             go with it alone.
+    explicit EditOptions(CommandLine& line, const QString& flag = QString());
 
     bool IsDryRun() const;
     /// Whether they are used as they may be; the complaint is made if not.
@@ -31,7 +34,10 @@ public:
     bool Save(SCLDocControl& control, SCLDocument& document) const;
 
 private:
+    QString WhyWrong() const;
+
     const CommandLine& m_line;
+    QString m_flag;
 };
 
 } // namespace Corvane::Command
