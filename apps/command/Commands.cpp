@@ -17,8 +17,18 @@
     ADD("tdl", Tdl, "Show the TDL type of a data type or an attribute.")                           \
     ADD("subscriptions", Subscriptions, "Show what IEDs receive, by control block.")               \
     ADD("resolve", Resolve, "Check that each input is fed and leads somewhere.")                   \
+    ADD("addresses", Addresses, "Check the multicast addresses, or give missing ones.")            \
+    ADD("ports", Ports, "Show the ports of IEDs and what they are wired to.")                      \
+    ADD("cables", Cables, "Show which cable joins which ports; draw it.")                          \
+    ADD("sync-desc", SyncDesc, "Carry descriptions along signals that are passed on.")             \
+    ADD("crc", Crc, "Show or store the virtual-terminal CRCs of a station.")                       \
+    ADD("crc-diff", CrcDiff, "Tell why CRCs differ between two station files.")                    \
     ADD("validate", Validate, "Check station files against the SCL schema.")                       \
-    ADD("format", Format, "Write a station file anew, in schema order.")
+    ADD("format", Format, "Write a station file anew, in schema order.")                           \
+    ADD("rename-ied", RenameIed, "Rename an IED, also where others name it.")                      \
+    ADD("delete-ied", DeleteIed, "Delete an IED with what others have of it.")                     \
+    ADD("pack", Pack, "Write the binary image of a station.")                                      \
+    ADD("unpack", Unpack, "Write the station of a binary image.")
 
 namespace Corvane::Command
 {
