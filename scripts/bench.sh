@@ -40,6 +40,6 @@ for size in "${sizes[@]}"; do
     files+=("$file")
 done
 
-for program in load save search references peers; do
+for program in load save search binary references crc addresses edits peers; do
     "$bin/corvane-bench-$program" "${options[@]}" "${files[@]}"
 done

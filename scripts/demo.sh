@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Builds corvane and takes the sample station through its work, step by step: look at it, check it
 # against the schema, change it, bring a file into schema order, check the results, follow its
-# inputs. Files written go to out/demo.
+# inputs, rename an IED, pack a station and unpack it. Files written go to out/demo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -83,5 +83,42 @@ outcome "found"
 step "Is each input fed, and does it lead somewhere?"
 run_and_show_last 4 "$corvane" resolve "$station"
 outcome "all inputs resolve"
+
+step "Do the multicast addresses clash?"
+run_and_show_last 6 "$corvane" addresses "$station"
+outcome "no"
+
+step "A GOOSE that has lost its entry gets one"
+sed 's/ldInst="RPIT" cbName="gocb1"/ldInst="RPIT" cbName="gone"/' "$station" >"$out/stale.scd"
+run "$corvane" addresses --update --schema "$schema" "$out/stale.scd" -o "$out/updated.scd"
+run_and_show_last 1 "$corvane" addresses "$out/updated.scd"
+outcome "$out/updated.scd has addresses for all control blocks"
+
+step "Who is wired to whom?"
+run "$corvane" cables "$station" --svg "$out/cables.svg"
+outcome "$out/cables.svg shows it"
+
+step "Rename that merging unit, at every place that names it"
+run_and_show_last 4 "$corvane" rename-ied "$station" E01U1 E01U9 --wide --schema "$schema" -o "$out/renamed.scd"
+run "$corvane" validate --schema "$schema" "$out/renamed.scd"
+run_and_show_last 1 "$corvane" resolve "$out/renamed.scd"
+outcome "$out/renamed.scd is valid, and all inputs resolve"
+
+step "Store the CRCs of the virtual terminals, and see whether they hold"
+run "$corvane" crc --schema "$schema" --update --output "$out/coded.scd" "$station"
+run "$corvane" crc --schema "$schema" "$out/coded.scd"
+outcome "all stored codes hold"
+
+step "An address changes: which CRCs, and why?"
+sed 's/>01-0C-CD-01-01-11</>01-0C-CD-01-01-19</' "$out/coded.scd" >"$out/recoded.scd"
+run_falling_short "$corvane" crc-diff --schema "$schema" "$out/coded.scd" "$out/recoded.scd"
+outcome "those of the sender and its receiver"
+
+step "Through the binary image and back"
+mkdir -p "$out/unpacked"
+run "$corvane" pack "$out/formatted.scd" -o "$out/formatted.image"
+run "$corvane" unpack "$out/formatted.image" --schema "$schema" -o "$out/unpacked/formatted.scd"
+run cmp "$out/formatted.scd" "$out/unpacked/formatted.scd"
+outcome "not a byte is lost"
 
 printf '\nAll %d steps went well.\n' "$steps"

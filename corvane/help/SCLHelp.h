@@ -4,6 +4,7 @@
 #include <corvane/corvane_export.h>
 
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -16,9 +17,9 @@ class SCLElement;
 /// instance to its type, from a data set member to its data, from a control block to its network
 /// parameters, from an input to the control block that feeds it.
 ///
-/// All functions are static, keep no state and nothing between calls. Those here only read the
-/// tree, on the caller's thread; the caller keeps the tree unchanged during a call. Elements that
-/// they return stay owned by their document. They report nothing: a reference that leads nowhere
+/// All functions are static and keep no state. They only read the tree, on the caller's thread, and
+/// the caller keeps it unchanged during a call; only those that rename and delete, update and
+/// synchronize change it, with signals. Elements that they return stay owned by their document. They report nothing: a reference that leads nowhere
 /// gives null, an empty text or list, or is passed over. Comparison of names is exact and
 /// case-sensitive, a missing attribute is the same as an empty one, and of several equal names the
 /// first in child order wins.
@@ -264,6 +265,179 @@ public:
     static QList<Input_CB> GetGSEControlFromIEDInputs(SCLElement* ied);
     /// The same for sampled values.
     static QList<Input_CB> GetSMVControlFromIEDInputs(SCLElement* ied);
+    /// \}
+
+    /// \name Renaming and deleting an IED
+    /// What the host calls beside its own edit of the `IED`. SCLIedReferences makes the whole edit
+    /// at once and follows every place that names an IED.
+    /// \{
+
+    /// Carries the new name of an `IED`, which is in its `name` already, to what refers to it by
+    /// \a oldName: sets `iedName` of
+    /// - each `ConnectedAP` of the first `Communication`,
+    /// - each `ExtRef` in the first `Inputs`, and each `ClientLN` in the first `RptEnabled` of each
+    ///   `ReportControl`, of the first `LN0` and of all `LN`s of each `LDevice` that has an `LN0`, in
+    ///   all IEDs, this one included.
+    ///
+    /// Then the identifiers of the `LN0`'s own control blocks are made anew, whatever they were:
+    /// `appID` of each `GSEControl` and `smvID` of each `SampledValueControl` become
+    /// "<name><inst>/LLN0.<control block>", in every IED that bears the new name.
+    ///
+    /// Each `iedName` that changes is announced by `sigEditAttribute`, `ConnectedAP`s first, then
+    /// IED by IED and node by node: `ExtRef`s, `ClientLN`s. The identifiers change without a signal,
+    /// between the two kinds of the `LN0`. A slot may change attributes, but may not remove elements.
+    /// All else keeps the old name: `IEDName` texts, the `Substation` section, `Private` elements.
+    ///
+    /// \param oldName the name before the edit; empty matches elements without `iedName` as well.
+    /// \param ied     an `IED` in a document; nothing happens for null, or without a root.
+    static void HandleUpdateForIEDName(const QString& oldName, SCLElement* ied);
+    /// Removes what an `IED` would leave pointing at nothing, before the host deletes it: each
+    /// `ConnectedAP` of the first `Communication` with its name as `iedName`, and in all IEDs of
+    /// another name each such `ExtRef` in the first `Inputs` and each such `ClientLN` in the first
+    /// `RptEnabled` of each `ReportControl`, of the first `LN0` and of all `LN`s of each `LDevice`.
+    ///
+    /// Each is announced by `sigDeleteElement` while it is still in its place, in that order: then
+    /// IED by IED and node by node `ExtRef`s, `ClientLN`s. A slot may change attributes, but may not
+    /// remove elements. What held them stays, also when it is empty now, and so does all else that
+    /// names the IED, as HandleUpdateForIEDName() has it.
+    ///
+    /// \param ied an `IED` in a document, which stays itself; nothing happens for null, or without a
+    ///            root. With an empty name, whatever has no `iedName` is removed: unbound inputs too.
+    static void HandleDeleteForIED(SCLElement* ied);
+    /// \}
+
+    /// \name Communication addresses
+    /// The `GSE` and `SMV` entries of a `ConnectedAP`, with the multicast MAC address and the APPID
+    /// of each (IEC 61850-6, IEC 61850-8-1, IEC 61850-9-2). SCLAddressAudit looks for addresses
+    /// that clash or are no good.
+    /// \{
+
+    /// Appends the addresses of all `GSE`s: of each the values of type "MAC-Address" and "APPID" in
+    /// its first `Address`, trimmed and in upper case, otherwise as they stand. Sub-networks,
+    /// `ConnectedAP`s, entries and values in child order, duplicates included.
+    ///
+    /// \param macAddresses, appIds keep what they hold already.
+    /// \param communication  a `Communication`; null appends nothing.
+    static void GetAllGoAddress(QStringList& macAddresses, QStringList& appIds,
+                                SCLElement* communication);
+    /// The same for all `SMV`s.
+    static void GetAllSvAddress(QStringList& macAddresses, QStringList& appIds,
+                                SCLElement* communication);
+    /// The `P` children of an `Address` by their `type`, as it stands there; of two with the same
+    /// `type` the later one. Empty for null.
+    static QMap<QString, SCLElement*> GetAddressP(SCLElement* address);
+    /// Brings the entries of a `ConnectedAP` in step with the control blocks that its access point
+    /// has in the first `LN0` of each `LDevice`: removes `GSE`s, then `SMV`s, whose control block
+    /// is gone, and appends those that are missing. Entries that are there stay exactly as they are.
+    ///
+    /// A new entry gets the lowest APPID that no entry of its kind has below the nearest
+    /// `Communication`, from 0001 to 3FFE for GOOSE and from 4000 to 7FFE for sampled values, and
+    /// the MAC address 01-0C-CD-01-xx-xx whose end is the APPID. If that is in use, it is the lowest
+    /// free one from 01-0C-CD-01-00-00 on for GOOSE, with lower-case digits that are taken for
+    /// different from upper-case ones, and from 01-0C-CD-04-00-00 on for sampled values. When a
+    /// range is used up, the last APPID is given out again, and the MAC address is left empty. The
+    /// VLAN-ID is 000, the VLAN-PRIORITY 4, for GOOSE `MinTime` and `MaxTime` are 2 and 5000 ms.
+    /// What was in use when the call began counts as in use, also in entries that it removes. Without
+    /// a `Communication` above, nothing does.
+    ///
+    /// Each element is announced by `sigAddElement` before its children are made, then by
+    /// `sigEditValue` if it has a value; a removed entry by `sigDeleteElement`. A slot may change the
+    /// tree. What it takes out, among the control blocks, entries and elements just made, is left
+    /// alone from then on; addresses that it sets count from the next call on.
+    ///
+    /// Calls for all `ConnectedAP`s of a station, one after the other, take time in proportion to
+    /// its size, as long as nothing else changes a tree between them.
+    ///
+    /// \param connectedAP null, or an element of a document.
+    /// \param withAddress whether it gets an `Address` with IP 0.0.0.0 and IP-SUBNET 255.255.0.0
+    ///        if it has none.
+    /// \return true, whether or not there was anything to change. False for null, if it leads to no
+    ///         access point (then nothing changes), if that has no `Server` (then only the
+    ///         `Address` was made and entries were removed), and if the name pool is full (then the rest is missing).
+    static bool UpdateChildForConnectedAP(SCLElement* connectedAP, bool withAddress);
+    /// \}
+
+    /// \name Ports and cables
+    /// The physical wiring: each `PhysConn` of a `ConnectedAP` holds `P` elements of type "Port" and
+    /// "Cable", and ports are wired together whose `PhysConn`s name the same cable. Names are
+    /// compared as whole texts. Elements are found in the first `Communication`, in child order.
+    ///
+    /// A `ConnectedAP` belongs to an IED if it has the `name` of the IED, which is not empty, and of
+    /// one of its access points. Nothing is found for null, without a document and without a root.
+    /// \{
+
+    /// All `P`s of type "Port" with that value, of the `ConnectedAP`s of an IED. None for an empty
+    /// \a port.
+    static QList<SCLElement*> GetPortElementFromPort(SCLElement* ied, const QString& port);
+    /// All `P`s of type "Cable" with that value, whatever the IED. None for an empty \a cable.
+    ///
+    /// \param root the `SCL` element, which has the `Communication`.
+    static QList<SCLElement*> GetCableElementFromCable(SCLElement* root, const QString& cable);
+    /// The ports at the ends of a cable: each `P` of type "Port" that has such a cable beside it,
+    /// once. A cable may have any number of ends.
+    ///
+    /// \param root the `SCL` element.
+    static QList<SCLElement*> GetPortElementFromCable(SCLElement* root, const QString& cable);
+    /// The ports that a port is wired to, each once: those beside all `P`s of the cable that stands
+    /// first in the port's own `PhysConn`, but for the port itself. Another port in the same
+    /// `PhysConn` counts; the cables of the ports found are not followed.
+    static QList<SCLElement*> GetConnectedPortElementFromPort(SCLElement* ied, const QString& port);
+    /// The names of an IED's ports, each once, in the order of their character codes.
+    ///
+    /// \param withInputs adds the ports that stand before the one colon of the `intAddr` of
+    ///        `ExtRef`s, divided by "/", an empty name included: in the first `Inputs` of each `LN0`
+    ///        and of the first `LN` of each `LDevice`. SCLSubscriptions looks at all `LN`s.
+    static QStringList GetAllPortFromIED(SCLElement* ied, bool withInputs);
+    /// The same for one `AccessPoint` of an IED. None if its `name` is empty.
+    static QStringList GetAllPortFromAccessPoint(SCLElement* accessPoint, bool withInputs);
+    /// \}
+
+    /// \name Signals passed on
+    /// An IED that takes in data of another one and offers it again has a `Private` of type
+    /// "TALVEN_VARMAP" for each such signal, "in:2310;out:1205", which joins the short addresses of
+    /// its input and of its output, in either order. A short address is what stands behind the first
+    /// colon of an `sAddr`, or the whole. So two data objects stand for one signal: the Pro side in
+    /// the publisher, the Sta side in the IED itself.
+    ///
+    /// The Sync functions carry descriptions from one side to the other, pair by pair.
+    /// \{
+
+    /// The `sAddr` of a `DAI`, as GetDAIShortAddress(SCLElement*, const QString&) has it, but for an
+    /// empty \a daName of the first attribute with an `sAddr` that is usual for \a fc: "setVal",
+    /// "setMag.f" for "SG" and "SP"; "stVal", "setVal", "t", "general", "phsA", "phsB", "phsC",
+    /// "neut", "dirGeneral", "dirPhsA", "dirPhsB", "dirPhsC", "dirNeut" for "ST"; "instMag.i",
+    /// "mag.f" for "MX"; none for others.
+    ///
+    /// \param fc     a functional constraint; may be empty if \a daName is not.
+    /// \param daName receives the attribute that was chosen; otherwise it stays.
+    static QString GetDAIShortAddress(SCLElement* doi, const QString& fc, QString& daName);
+    /// The pairs of data objects that stand for one signal, in the order of the `ExtRef`s in the
+    /// first `Inputs` of each node of the IED, the first `LN0` of an `LDevice` in front. A pair
+    /// stands once for each `ExtRef` that leads to it; an `ExtRef` without all steps is left out.
+    ///
+    /// The entries with another form than the two are no signals. Of several entries with one
+    /// input, and of several direct `DAI`s with one short address, the last counts; of several
+    /// `FCDA`s for an `ExtRef` the first. An output's `sAddr` is trimmed, an input's is not.
+    ///
+    /// \param ied     an `IED`. For null or another tag the lists stay as they are.
+    /// \param proDOIs the publisher's side: `DOI`s, or `SDI`s for a dotted `doName`.
+    /// \param staDOIs the IED's own `DOI`s, as many.
+    static void GetProAndStaDOIMap(SCLElement* ied, QList<SCLElement*>& proDOIs,
+                                   QList<SCLElement*>& staDOIs);
+    /// Sets `desc` of each Sta side to that of its Pro side, also to an empty one, with
+    /// `sigEditAttribute`. Nothing happens for null or another tag than `IED`.
+    static void SyncDescFromProToSta(SCLElement* ied);
+    /// The same the other way: changes the publishers.
+    static void SyncDescFromStaToPro(SCLElement* ied);
+    /// Sets the text of the first `Val` of the `DAI` "dU" of each Sta side to that of its Pro side,
+    /// with `sigEditValue`. A `DAI` and a `Val` that are missing are created, with `sigAddElement`.
+    ///
+    /// An empty text does not empty the other side: its `Val`, if there is one, keeps its text and
+    /// gets one more attribute without name and value, with `sigEditAttribute`. Such an attribute
+    /// is not saved.
+    static void SyncUDescFromProToSta(SCLElement* ied);
+    /// The same the other way: changes the publishers.
+    static void SyncUDescFromStaToPro(SCLElement* ied);
     /// \}
 };
 
