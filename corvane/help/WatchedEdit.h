@@ -31,6 +31,9 @@ public:
     void Remove(SCLElement* parent, SCLElement* child);
 
 private:
+    template <typename Change>
+    void Make(Change change);
+
     bool m_bAlone = true;
     bool m_bFailed = false;
     bool m_bChanged = false;
