@@ -144,7 +144,7 @@ private:
         if (IsPlainValue(value))
             Narrow(value);
         else
-            Bytes(Escaped(WithMarks(XmlText(value)), isAttribute).toUtf8());
+            Bytes(Escaped(CanonicalValue(value), isAttribute).toUtf8());
     }
 
     // What needs neither escaping nor encoding. A mark in the text needs a closer look.
@@ -157,17 +157,6 @@ private:
                       c != '"' && c != '@';
         }
         return isPlain;
-    }
-
-    // Blanks survive as marks, and marks become blanks: whatever looks like one.
-    static QString WithMarks(QString value)
-    {
-        const QString mark = QStringLiteral("@wspace@");
-        if (value.contains(QLatin1Char('@'))) {
-            value.replace(QLatin1Char(' '), mark);
-            value.replace(mark, QStringLiteral(" "));
-        }
-        return value;
     }
 
     static QString Escaped(const QString& value, bool isAttribute)
@@ -332,6 +321,18 @@ private:
 QString PrintedCrc(unsigned int crc)
 {
     return QStringLiteral("%1").arg(crc, 8, 16, QLatin1Char('0')).toUpper();
+}
+
+// Blanks survive as marks, and marks become blanks: whatever looks like one.
+QString CanonicalValue(const QString& value)
+{
+    QString canonical = IsPlainXmlText(value) ? value : XmlText(value);
+    if (canonical.contains(QLatin1Char('@'))) {
+        const QString mark = QStringLiteral("@wspace@");
+        canonical.replace(QLatin1Char(' '), mark);
+        canonical.replace(mark, QStringLiteral(" "));
+    }
+    return canonical;
 }
 
 unsigned int CanonicalCrc(const CrcElement* root, QByteArray* content)

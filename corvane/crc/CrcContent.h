@@ -4,6 +4,7 @@
 #include <corvane/crc/CrcGenerator.h>
 
 #include <QByteArray>
+#include <QString>
 
 namespace Corvane::Internal
 {
@@ -19,6 +20,9 @@ inline bool IsShown(CrcGenerator::GeneratorType node, CrcGenerator::GeneratorTyp
 
 /// A CRC as it is shown everywhere: eight upper-case hexadecimal digits.
 QString PrintedCrc(unsigned int crc);
+
+/// A value as the canonical form has it before it is escaped and encoded.
+QString CanonicalValue(const QString& value);
 
 /// The CRC of the canonical form of a tree.
 ///

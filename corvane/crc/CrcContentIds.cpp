@@ -34,20 +34,9 @@ QList<const Node*> Shown(const QList<Node*>& nodes)
 
 } // namespace
 
-QString CanonicalText(const QString& text)
-{
-    QString canonical = IsPlainXmlText(text) ? text : XmlText(text);
-    if (canonical.contains(QLatin1Char('@'))) {
-        const QString mark = QStringLiteral("@wspace@");
-        canonical.replace(QLatin1Char(' '), mark);
-        canonical.replace(mark, QStringLiteral(" "));
-    }
-    return canonical;
-}
-
 QString CanonicalTextOf(const CrcElement* element)
 {
-    return element->children.isEmpty() ? CanonicalText(element->text) : QString();
+    return element->children.isEmpty() ? CanonicalValue(element->text) : QString();
 }
 
 QList<const CrcAttribute*> CanonicalAttributesOf(const CrcElement* element)
@@ -79,7 +68,7 @@ int CrcContentIds::IdOf(const CrcElement* element)
     const QList<const CrcAttribute*> attributes = CanonicalAttributesOf(element);
     for (const CrcAttribute* attribute : attributes) {
         AppendSized(signature, XmlName(attribute->name));
-        AppendSized(signature, CanonicalText(attribute->value));
+        AppendSized(signature, CanonicalValue(attribute->value));
     }
     signature += QLatin1Char('/');
     AppendSized(signature, CanonicalTextOf(element));

@@ -18,8 +18,6 @@ class CrcElement;
 /// \name What the canonical form shows
 /// \{
 
-/// A value or text without what XML cannot hold, and with the marks of blanks resolved.
-QString CanonicalText(const QString& text);
 /// The text of an element, which only one without children shows.
 QString CanonicalTextOf(const CrcElement* element);
 QList<const CrcAttribute*> CanonicalAttributesOf(const CrcElement* element);

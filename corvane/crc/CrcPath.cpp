@@ -5,6 +5,7 @@
 #include <corvane/crc/CrcKind.h>
 #include <corvane/crc/CrcSiblings.h>
 #include <corvane/help/SclNames.h>
+#include <corvane/help/ShownText.h>
 
 #include <QStringList>
 
@@ -24,19 +25,6 @@ constexpr std::size_t memberStep = 4;
 constexpr std::size_t wiringStep = 5;
 
 const QString separator = QStringLiteral(" > ");
-
-bool HasNoShape(QChar character)
-{
-    switch (character.category()) {
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
 
 // The control block of an MMS reference, which tells the kind between dollar signs.
 QString PlainReference(const QString& name)
@@ -116,19 +104,6 @@ Meaning MeaningOf(CrcRole role, Meaning above)
 }
 
 } // namespace
-
-QString CleanedText(const QString& text)
-{
-    constexpr int longest = 80;
-    QString cleaned = text.left(longest);
-    if (text.size() > longest && cleaned.at(longest - 1).isHighSurrogate())
-        cleaned.chop(1);
-    for (QChar& character : cleaned) {
-        if (HasNoShape(character))
-            character = QChar::ReplacementCharacter;
-    }
-    return text.size() > longest ? cleaned + QChar(0x2026) : cleaned;
-}
 
 QString WiredTo(const CrcElement* wiring)
 {
@@ -217,7 +192,7 @@ QString CrcPath::ControlBlock() const
 
 QString CrcPath::MemberWords() const
 {
-    return CleanedText(WordsOfMember(m_steps[memberStep].element));
+    return ShownText(WordsOfMember(m_steps[memberStep].element));
 }
 
 bool CrcPath::IsBehindWiring() const
@@ -227,16 +202,16 @@ bool CrcPath::IsBehindWiring() const
 
 QString CrcPath::WiringWords() const
 {
-    return CleanedText(WordsOfWiring(m_steps[wiringStep].element));
+    return ShownText(WordsOfWiring(m_steps[wiringStep].element));
 }
 
 QString CrcPath::Words() const
 {
     if (m_steps.size() <= sectionStep)
-        return CleanedText(LastWords());
+        return ShownText(LastWords());
     QString words = SectionWords();
     if (m_steps.size() > referenceStep)
-        words += QLatin1Char(' ') + CleanedText(ControlBlock());
+        words += QLatin1Char(' ') + ShownText(ControlBlock());
     return m_steps.size() > referenceStep + 1 ? words + separator + WordsFrom(referenceStep + 1)
                                               : words;
 }
@@ -286,7 +261,7 @@ QString CrcPath::WordsFrom(std::size_t first) const
             i = count - atEnd;
         }
         if (!IsSilent(i))
-            words.append(CleanedText(WordsOf(m_steps[i])));
+            words.append(ShownText(WordsOf(m_steps[i])));
     }
     return words.join(separator);
 }

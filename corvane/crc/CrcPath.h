@@ -96,8 +96,6 @@ private:
     std::vector<Step> m_steps;
 };
 
-/// A text from a file as it is shown to people.
-QString CleanedText(const QString& text);
 /// The `intAddr` of a wiring element; null if it stands for no input.
 QString WiredTo(const CrcElement* wiring);
 

@@ -3,6 +3,7 @@
 
 #include <corvane/crc/CrcPath.h>
 #include <corvane/help/SclNames.h>
+#include <corvane/help/ShownText.h>
 
 #include <QHash>
 
@@ -40,7 +41,7 @@ QString Shown(const QString& value)
         return QStringLiteral("not given");
     if (value.isEmpty())
         return QStringLiteral("empty");
-    const QString cleaned = CleanedText(value);
+    const QString cleaned = ShownText(value);
     return IsPlain(cleaned) ? cleaned : QLatin1Char('"') + cleaned + QLatin1Char('"');
 }
 
@@ -62,7 +63,7 @@ QString AttributeWords(const QString& name)
         {QStringLiteral("sAddr"), QStringLiteral("short address (sAddr)")},
         {Attribute::bType, QStringLiteral("basic type (bType)")},
         {Attribute::datSet, QStringLiteral("data set name (datSet)")}};
-    return words.value(name, QStringLiteral("attribute ") + CleanedText(name));
+    return words.value(name, QStringLiteral("attribute ") + ShownText(name));
 }
 
 QString AddressWords(const QString& type)
@@ -71,7 +72,7 @@ QString AddressWords(const QString& type)
                              {QStringLiteral("VLAN-ID"), QStringLiteral("VLAN ID")},
                              {QStringLiteral("VLAN-PRIORITY"), QStringLiteral("VLAN priority")},
                              {QStringLiteral("APPID"), QStringLiteral("APPID")}};
-    return words.value(type, QStringLiteral("address entry ") + CleanedText(type));
+    return words.value(type, QStringLiteral("address entry ") + ShownText(type));
 }
 
 // What a path leads to, with the words that a sentence about it needs.
@@ -103,7 +104,7 @@ QString Place::ControlBlock() const
 {
     return (m_path.IsSent() ? QStringLiteral("sent ") : QStringLiteral("received ")) +
            (m_path.IsGoose() ? QStringLiteral("GOOSE ") : QStringLiteral("SV ")) +
-           CleanedText(m_path.ControlBlock());
+           ShownText(m_path.ControlBlock());
 }
 
 // "data set member PIGO/PTRC1.Tr.general of sent GOOSE ..."

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/crc/CrcSiblings.h>
 
+#include <corvane/crc/CrcContent.h>
 #include <corvane/crc/CrcContentIds.h>
 #include <corvane/crc/CrcElement.h>
 #include <corvane/help/SclNames.h>
@@ -53,7 +54,7 @@ QString KeyOf(const CrcElement* element)
     QString key = element->name;
     const QStringList names = NamesOf(element);
     for (const QString& name : names)
-        key += end + CanonicalText(name);
+        key += end + CanonicalValue(name);
     return key;
 }
 

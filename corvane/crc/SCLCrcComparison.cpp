@@ -161,7 +161,7 @@ bool Comparer::TakeRewiring(const CrcElement* left, const CrcElement* right)
         return false;
     const QString from = Internal::WiredTo(left);
     const QString to = Internal::WiredTo(right);
-    if (Internal::CanonicalText(from) == Internal::CanonicalText(to) &&
+    if (Internal::CanonicalValue(from) == Internal::CanonicalValue(to) &&
         from.isNull() == to.isNull())
         return false;
     Report(Meaning::Wiring, Change::Value, {}, from, to);
@@ -183,7 +183,7 @@ void Comparer::CompareAttributes(const CrcElement* left, const CrcElement* right
             Report(Change::Value, (*r)->name, {}, Given((*r)->value));
             ++r;
         } else {
-            if (Internal::CanonicalText((*l)->value) != Internal::CanonicalText((*r)->value))
+            if (Internal::CanonicalValue((*l)->value) != Internal::CanonicalValue((*r)->value))
                 Report(Change::Value, (*l)->name, Given((*l)->value), Given((*r)->value));
             ++l;
             ++r;

@@ -6,6 +6,7 @@
 #include <corvane/help/PublishedData.h>
 #include <corvane/help/SCLHelp.h>
 #include <corvane/help/SclNames.h>
+#include <corvane/help/ShownText.h>
 #include <corvane/help/Walks.h>
 
 namespace Corvane
@@ -22,33 +23,9 @@ using Result = SCLExtRefVerdict::Result;
 namespace
 {
 
-bool HasNoShape(QChar character)
-{
-    switch (character.category()) {
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
-
-// A name from a file may hold anything, and a sentence is shown to people.
 QString Shown(const QString& name)
 {
-    constexpr int longest = 80;
-    QString shown = name.left(longest);
-    if (name.size() > longest && shown.at(longest - 1).isHighSurrogate())
-        shown.chop(1);
-    for (QChar& character : shown) {
-        if (HasNoShape(character))
-            character = QChar::ReplacementCharacter;
-    }
-    if (name.size() > longest)
-        shown += QChar(0x2026);
-    return QLatin1Char('"') + shown + QLatin1Char('"');
+    return QLatin1Char('"') + Internal::ShownText(name) + QLatin1Char('"');
 }
 
 QString ShownAttribute(SCLElement* element, const QString& name)
