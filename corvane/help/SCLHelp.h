@@ -17,17 +17,18 @@ class SCLElement;
 /// instance to its type, from a data set member to its data, from a control block to its network
 /// parameters, from an input to the control block that feeds it.
 ///
-/// All functions are static and keep no state. They only read the tree, on the caller's thread, and
-/// the caller keeps it unchanged during a call; only those that rename and delete, update and
-/// synchronize change it, with signals. Elements that they return stay owned by their document. They report nothing: a reference that leads nowhere
-/// gives null, an empty text or list, or is passed over. Comparison of names is exact and
-/// case-sensitive, a missing attribute is the same as an empty one, and of several equal names the
-/// first in child order wins.
+/// All functions are static. They only read the tree, on the caller's thread, and the caller keeps
+/// it unchanged during a call; only those that rename and delete, update and synchronize change it,
+/// with signals. Elements that they return stay owned by their document. They report nothing: a
+/// reference that leads nowhere gives null, an empty text or list, or is passed over. Comparison of
+/// names is exact and case-sensitive, a missing attribute is the same as an empty one, and of
+/// several equal names the first in child order wins.
 ///
 /// The `Server` of an `AccessPoint` is its first one.
 ///
-/// Two classes look further: SCLExtRefVerdict tells why an input is not fed, SCLSubscriptions takes the
-/// inputs of all logical nodes.
+/// Other classes look further: SCLExtRefVerdict tells why an input is not fed, SCLSubscriptions
+/// takes the inputs of all logical nodes, SCLIedReferences finds all that names an IED, and
+/// SCLAddressAudit judges addresses.
 class CORVANE_EXPORT SCLHelp
 {
 public:

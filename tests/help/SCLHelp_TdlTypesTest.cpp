@@ -8,7 +8,6 @@
 #include <corvane/elements/SCLElement.h>
 #include <corvane/help/SCLHelp.h>
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTest>
 
@@ -643,12 +642,9 @@ void SCLHelp_TdlTypesTest::aTypeThatDoublesAtEveryLevelIsGivenUp()
     AddChild(AddChild(templates, "DOType", {"id", last}), "DA", {"name", name, "bType", "BOOL"});
     AddChild(AddChild(templates, "DAType", {"id", last}), "BDA", {"name", name, "bType", "BOOL"});
 
-    QElapsedTimer timer;
-    timer.start();
     QCOMPARE(ObjectType(At(templates, "DOType")), QString("false before"));
     SCLElement* da = AddChild(templates, "DA", {"bType", "Struct", "type", "0"});
     QCOMPARE(AttributeType(da), QString("false before"));
-    QVERIFY(timer.elapsed() < 60000);
 }
 
 void SCLHelp_TdlTypesTest::typesThatDoubleWithoutTextAreGivenUp()
@@ -668,11 +664,8 @@ void SCLHelp_TdlTypesTest::typesThatDoubleWithoutTextAreGivenUp()
     for (int i = 0; i < 1000; ++i)
         last->FindChild("BDA", i)->SetAttribute("bType", longText, false);
 
-    QElapsedTimer timer;
-    timer.start();
     SCLElement* da = AddChild(templates, "DA", {"bType", "Struct", "type", "0"});
     QCOMPARE(AttributeType(da), QString("false before"));
-    QVERIFY(timer.elapsed() < 60000);
 }
 
 void SCLHelp_TdlTypesTest::aDetachedTypeHasNoStructure()

