@@ -53,11 +53,15 @@ private:
         }
     }
 
+    // All of one parent, asked for before the first signal: a slot may have detached those behind.
     void Remove(const QList<SCLElement*>& references) const
     {
+        if (references.isEmpty())
+            return;
+        SCLElement* parent = references.first()->GetParent(QString());
         for (SCLElement* reference : references) {
             if (reference->GetAttribute(Attribute::iedName) == m_strName)
-                reference->GetParent(QString())->RemoveChild(reference, true);
+                parent->RemoveChild(reference, true);
         }
     }
 

@@ -41,6 +41,66 @@ const QByteArray goneRef = "<ExtRef iedName='Gone'/>";
 const QByteArray keptRef = "<ExtRef iedName='Kept'/>";
 const QByteArray goneClient = "<ClientLN iedName='Gone'/>";
 
+// What the rule removes, by plain loops that change nothing.
+class PlainDelete
+{
+public:
+    PlainDelete(SCLElement* root, const QString& name) : m_strName(name)
+    {
+        if (SCLElement* communication = root->GetFirstChild("Communication")) {
+            const QList<SCLElement*> subNetworks = Children(communication, "SubNetwork");
+            for (SCLElement* subNetwork : subNetworks)
+                Take(Children(subNetwork, "ConnectedAP"));
+        }
+        const QList<SCLElement*> ieds = Children(root, "IED");
+        for (SCLElement* ied : ieds) {
+            if (ied->GetAttribute("name") != name)
+                TakeFromIed(ied);
+        }
+    }
+
+    QList<SCLElement*> removed;
+
+private:
+    static QList<SCLElement*> Children(SCLElement* parent, const QString& tag)
+    {
+        return parent ? parent->FindChildByType(tag, false) : QList<SCLElement*>();
+    }
+
+    void TakeFromIed(SCLElement* ied)
+    {
+        const QList<SCLElement*> accessPoints = Children(ied, "AccessPoint");
+        for (SCLElement* accessPoint : accessPoints) {
+            const QList<SCLElement*> lDevices =
+                Children(accessPoint->GetFirstChild("Server"), "LDevice");
+            for (SCLElement* lDevice : lDevices) {
+                const QList<SCLElement*> nodes =
+                    Children(lDevice, "LN0").mid(0, 1) + Children(lDevice, "LN");
+                for (SCLElement* node : nodes)
+                    TakeFromNode(node);
+            }
+        }
+    }
+
+    void TakeFromNode(SCLElement* node)
+    {
+        Take(Children(node->GetFirstChild("Inputs"), "ExtRef"));
+        const QList<SCLElement*> reports = Children(node, "ReportControl");
+        for (SCLElement* report : reports)
+            Take(Children(report->GetFirstChild("RptEnabled"), "ClientLN"));
+    }
+
+    void Take(const QList<SCLElement*>& references)
+    {
+        for (SCLElement* reference : references) {
+            if (reference->GetAttribute("iedName") == m_strName)
+                removed += reference;
+        }
+    }
+
+    const QString m_strName;
+};
+
 } // namespace
 
 class SCLHelp_IedDeleteTest : public QObject
@@ -206,6 +266,73 @@ private Q_SLOTS:
             removed += static_cast<int>(dangling.size());
             SCLHelp::HandleDeleteForIED(ied);
             QCOMPARE(ElementText(root), ElementText(expected));
+        }
+        QVERIFY(removed > 100);
+    }
+
+    void whatASlotChangesMeanwhileIsSeen()
+    {
+        TestControl control;
+        SCLDocument* document = control.Open(
+            "<SCL>" + Ied("Gone", "") +
+            Ied("Kept", "<LN0><Inputs><ExtRef iedName='Gone'/><ExtRef iedName='Gone' mark='saved'/>"
+                        "<ExtRef iedName='Kept' mark='drawn in'/></Inputs></LN0>") +
+            "</SCL>");
+        SCLElement* inputs = document->Root()->FindChildByType("Inputs", true).value(0);
+        bool isFirst = true;
+        QObject::connect(document, &SCLDocument::sigDeleteElement, document, [&isFirst, inputs] {
+            if (!isFirst)
+                return;
+            isFirst = false;
+            inputs->FindChild("ExtRef", 1)->SetAttribute("iedName", "Kept", false);
+            inputs->FindChild("ExtRef", 2)->SetAttribute("iedName", "Gone", false);
+            inputs->CreateChild("ExtRef", {{"iedName", "Gone"}, {"mark", "new"}}, -1, false);
+        });
+        SCLHelp::HandleDeleteForIED(document->Root()->GetFirstChild("IED"));
+        // The list is that of the moment when the walk came to it.
+        QCOMPARE(ElementText(inputs), QString("<Inputs><ExtRef iedName=\"Kept\" mark=\"saved\"/>"
+                                              "<ExtRef iedName=\"Gone\" mark=\"new\"/></Inputs>"));
+    }
+
+    void whatASlotTakesOutIsLeftAlone()
+    {
+        TestControl control;
+        SCLDocument* document = control.Open(
+            "<SCL>" + Ied("Gone", "") +
+            Ied("Kept", "<LN0><Inputs>" + goneRef + goneRef + goneRef + "</Inputs></LN0>") +
+            "</SCL>");
+        SCLElement* inputs = document->Root()->FindChildByType("Inputs", true).value(0);
+        const QList<SCLElement*> extRefs = inputs->GetChildList();
+        SCLElement* detached = extRefs.value(1);
+        QList<SCLElement*> announced;
+        QObject::connect(document, &SCLDocument::sigDeleteElement, document,
+                         [&announced, inputs, detached](SCLElement* element) {
+                             announced += element;
+                             inputs->DetachChild(detached, false);
+                         });
+        SCLHelp::HandleDeleteForIED(document->Root()->GetFirstChild("IED"));
+        QCOMPARE(announced, QList<SCLElement*>({extRefs.value(0), extRefs.value(2)}));
+        QCOMPARE(inputs->GetChildCount(false), 0);
+        QCOMPARE(ElementText(detached), QString("<ExtRef iedName=\"Gone\"/>"));
+        delete detached;
+    }
+
+    void randomStationsSignalInTheOrderOfPlainLoops()
+    {
+        int removed = 0;
+        for (unsigned seed = 0; seed < 400; ++seed) {
+            TestControl control;
+            SCLDocument* document = control.Open(AwkwardStation(seed).Text());
+            SCLElement* ied = document->Root()->FindChild("IED", "name", "A", false);
+            if (!ied)
+                continue;
+            const QList<SCLElement*> expected = PlainDelete(document->Root(), "A").removed;
+            QList<SCLElement*> announced;
+            QObject::connect(document, &SCLDocument::sigDeleteElement, document,
+                             [&announced](SCLElement* element) { announced += element; });
+            SCLHelp::HandleDeleteForIED(ied);
+            QCOMPARE(announced, expected);
+            removed += static_cast<int>(expected.size());
         }
         QVERIFY(removed > 100);
     }

@@ -82,6 +82,93 @@ void Rename(SCLElement* ied, const QString& name)
     SCLHelp::HandleUpdateForIEDName(oldName, ied);
 }
 
+// What the rule changes, by plain loops that change nothing.
+class PlainRename
+{
+public:
+    PlainRename(SCLElement* root, const QString& oldName, const QString& newName)
+        : m_strOldName(oldName), m_strNewName(newName)
+    {
+        if (SCLElement* communication = root->GetFirstChild("Communication")) {
+            const QList<SCLElement*> subNetworks = Children(communication, "SubNetwork");
+            for (SCLElement* subNetwork : subNetworks)
+                Take(Children(subNetwork, "ConnectedAP"));
+        }
+        const QList<SCLElement*> ieds = Children(root, "IED");
+        for (SCLElement* ied : ieds)
+            TakeFromIed(ied);
+    }
+
+    QList<SCLElement*> followers;
+    QHash<SCLElement*, QString> identifiers;
+
+private:
+    static QList<SCLElement*> Children(SCLElement* parent, const QString& tag)
+    {
+        return parent ? parent->FindChildByType(tag, false) : QList<SCLElement*>();
+    }
+
+    void TakeFromIed(SCLElement* ied)
+    {
+        const QList<SCLElement*> accessPoints = Children(ied, "AccessPoint");
+        for (SCLElement* accessPoint : accessPoints) {
+            const QList<SCLElement*> lDevices =
+                Children(accessPoint->GetFirstChild("Server"), "LDevice");
+            for (SCLElement* lDevice : lDevices)
+                TakeFromLDevice(ied, lDevice);
+        }
+    }
+
+    void TakeFromLDevice(SCLElement* ied, SCLElement* lDevice)
+    {
+        SCLElement* ln0 = lDevice->GetFirstChild("LN0");
+        if (!ln0)
+            return;
+        if (ied->GetAttribute("name") == m_strNewName) {
+            const QList<SCLElement*> controls =
+                Children(ln0, "GSEControl") + Children(ln0, "SampledValueControl");
+            for (SCLElement* control : controls)
+                identifiers[control] = m_strNewName + lDevice->GetAttribute("inst") + "/LLN0." +
+                                       control->GetAttribute("name");
+        }
+        const QList<SCLElement*> nodes = QList<SCLElement*>({ln0}) + Children(lDevice, "LN");
+        for (SCLElement* node : nodes)
+            TakeFromNode(node);
+    }
+
+    void TakeFromNode(SCLElement* node)
+    {
+        Take(Children(node->GetFirstChild("Inputs"), "ExtRef"));
+        const QList<SCLElement*> reports = Children(node, "ReportControl");
+        for (SCLElement* report : reports)
+            Take(Children(report->GetFirstChild("RptEnabled"), "ClientLN"));
+    }
+
+    void Take(const QList<SCLElement*>& references)
+    {
+        for (SCLElement* reference : references) {
+            if (reference->GetAttribute("iedName") == m_strOldName)
+                followers += reference;
+        }
+    }
+
+    const QString m_strOldName;
+    const QString m_strNewName;
+};
+
+// The identifier of each control block, whichever of the two attributes holds it.
+QHash<SCLElement*, QString> IdentifiersIn(SCLElement* root)
+{
+    QHash<SCLElement*, QString> identifiers;
+    const QList<SCLElement*> gooses = root->FindChildByType("GSEControl", true);
+    for (SCLElement* control : gooses)
+        identifiers[control] = control->GetAttribute("appID");
+    const QList<SCLElement*> sampled = root->FindChildByType("SampledValueControl", true);
+    for (SCLElement* control : sampled)
+        identifiers[control] = control->GetAttribute("smvID");
+    return identifiers;
+}
+
 } // namespace
 
 class SCLHelp_IedRenameTest : public QObject
@@ -343,6 +430,35 @@ private Q_SLOTS:
                 QCOMPARE(reference->GetAttribute("iedName"), expected[reference]);
         }
         QVERIFY(changed > 200);
+    }
+
+    void randomStationsSignalInTheOrderOfPlainLoopsAndGetTheirIdentifiers()
+    {
+        int followed = 0;
+        int renewed = 0;
+        for (unsigned seed = 0; seed < 400; ++seed) {
+            TestControl control;
+            SCLDocument* document = control.Open(AwkwardStation(seed).Text());
+            SCLElement* root = document->Root();
+            SCLElement* ied = root->GetFirstChild("IED");
+            if (!ied)
+                continue;
+            ied->SetAttribute("name", "Z", false);
+            const PlainRename plain(root, "A", "Z");
+            QHash<SCLElement*, QString> identifiers = IdentifiersIn(root);
+            for (auto it = plain.identifiers.constBegin(); it != plain.identifiers.constEnd(); ++it)
+                identifiers[it.key()] = it.value();
+            QList<SCLElement*> announced;
+            QObject::connect(document, &SCLDocument::sigEditAttribute, document,
+                             [&announced](SCLElement* element) { announced += element; });
+            SCLHelp::HandleUpdateForIEDName("A", ied);
+            QCOMPARE(announced, plain.followers);
+            QCOMPARE(IdentifiersIn(root), identifiers);
+            followed += static_cast<int>(plain.followers.size());
+            renewed += static_cast<int>(plain.identifiers.size());
+        }
+        QVERIFY(followed > 200);
+        QVERIFY(renewed > 200);
     }
 
     void thereAndBackGivesTheSameStation_data()

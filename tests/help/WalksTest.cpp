@@ -3,6 +3,7 @@
 #include "tests/support/SubscriptionText.h"
 #include "tests/support/TestControl.h"
 
+#include <corvane/documents/SCLDocument.h>
 #include <corvane/help/SCLHelp.h>
 #include <corvane/help/Walks.h>
 
@@ -93,6 +94,19 @@ QString ExtRefsIn(const QList<SCLHelp::Input_CB>& records)
     for (const SCLHelp::Input_CB& record : records)
         marks.append(MarksOf(record.extRefs));
     return marks.join(" | ");
+}
+
+// The marks of the elements that a signal tells of while a function runs.
+template <typename Signal, typename Function>
+QString MarksSignalled(SCLElement* root, Signal signal, Function function)
+{
+    QStringList marks;
+    SCLDocument* document = root->GetDocument();
+    const auto connection = QObject::connect(
+        document, signal, document, [&marks](SCLElement* element) { marks += MarkOf(element); });
+    function();
+    QObject::disconnect(connection);
+    return marks.join(" ");
 }
 
 struct Row {
@@ -229,6 +243,24 @@ const std::vector<Row>& Rows()
                  .join(" || ");
          },
          "1st I a set of a0 block of a0: in e0=member in a0 | "},
+
+        // Renaming and deleting an IED. The LDevice without LN0 sets them apart.
+        {"HandleUpdateForIEDName",
+         [](Root root) {
+             SCLElement* ied = Marked(root, "1st I");
+             ied->SetAttribute("name", "renamed", false);
+             return MarksSignalled(root, &SCLDocument::sigEditAttribute,
+                                   [ied] { SCLHelp::HandleUpdateForIEDName("I", ied); });
+         },
+         "1st AP 2nd AP 3rd AP in a0 in a1 in a2 in b0 in d0 in d1 in e0"},
+        {"HandleDeleteForIED",
+         [](Root root) {
+             Marked(root, "1st I")->SetAttribute("name", "subscriber", false);
+             SCLElement* ied = Marked(root, "2nd I");
+             return MarksSignalled(root, &SCLDocument::sigDeleteElement,
+                                   [ied] { SCLHelp::HandleDeleteForIED(ied); });
+         },
+         "1st AP 2nd AP 3rd AP in a0 in a1 in a2 in b0 in c1 in d0 in d1"},
     };
     return rows;
 }

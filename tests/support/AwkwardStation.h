@@ -54,7 +54,7 @@ private:
     QByteArray Name(const QByteArray& attribute)
     {
         static const QByteArrayList names = {"A", "A", "B", "C", "a", "", "-"};
-        const QByteArray name = names[Below(7)];
+        const QByteArray& name = names[Below(7)];
         return name == "-" ? QByteArray() : " " + attribute + "='" + name + "'";
     }
 
