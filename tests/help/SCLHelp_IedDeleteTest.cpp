@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/AwkwardStation.h"
 #include "tests/support/ElementText.h"
+#include "tests/support/PlainWalks.h"
 #include "tests/support/SignalLog.h"
 #include "tests/support/TestControl.h"
 
@@ -42,64 +43,22 @@ const QByteArray keptRef = "<ExtRef iedName='Kept'/>";
 const QByteArray goneClient = "<ClientLN iedName='Gone'/>";
 
 // What the rule removes, by plain loops that change nothing.
-class PlainDelete
+QList<SCLElement*> PlainDelete(SCLElement* root, const QString& name)
 {
-public:
-    PlainDelete(SCLElement* root, const QString& name) : m_strName(name)
-    {
-        if (SCLElement* communication = root->GetFirstChild("Communication")) {
-            const QList<SCLElement*> subNetworks = Children(communication, "SubNetwork");
-            for (SCLElement* subNetwork : subNetworks)
-                Take(Children(subNetwork, "ConnectedAP"));
-        }
-        const QList<SCLElement*> ieds = Children(root, "IED");
-        for (SCLElement* ied : ieds) {
-            if (ied->GetAttribute("name") != name)
-                TakeFromIed(ied);
+    QList<SCLElement*> removed = PlainNaming(name, PlainConnectedAPs(root));
+    const QList<SCLElement*> ieds = PlainChildren(root, "IED");
+    for (SCLElement* ied : ieds) {
+        if (ied->GetAttribute("name") == name)
+            continue;
+        const QList<SCLElement*> lDevices = PlainLDevices(ied);
+        for (SCLElement* lDevice : lDevices) {
+            const QList<SCLElement*> nodes = PlainNodes(lDevice);
+            for (SCLElement* node : nodes)
+                removed += PlainNaming(name, PlainReferences(node));
         }
     }
-
-    QList<SCLElement*> removed;
-
-private:
-    static QList<SCLElement*> Children(SCLElement* parent, const QString& tag)
-    {
-        return parent ? parent->FindChildByType(tag, false) : QList<SCLElement*>();
-    }
-
-    void TakeFromIed(SCLElement* ied)
-    {
-        const QList<SCLElement*> accessPoints = Children(ied, "AccessPoint");
-        for (SCLElement* accessPoint : accessPoints) {
-            const QList<SCLElement*> lDevices =
-                Children(accessPoint->GetFirstChild("Server"), "LDevice");
-            for (SCLElement* lDevice : lDevices) {
-                const QList<SCLElement*> nodes =
-                    Children(lDevice, "LN0").mid(0, 1) + Children(lDevice, "LN");
-                for (SCLElement* node : nodes)
-                    TakeFromNode(node);
-            }
-        }
-    }
-
-    void TakeFromNode(SCLElement* node)
-    {
-        Take(Children(node->GetFirstChild("Inputs"), "ExtRef"));
-        const QList<SCLElement*> reports = Children(node, "ReportControl");
-        for (SCLElement* report : reports)
-            Take(Children(report->GetFirstChild("RptEnabled"), "ClientLN"));
-    }
-
-    void Take(const QList<SCLElement*>& references)
-    {
-        for (SCLElement* reference : references) {
-            if (reference->GetAttribute("iedName") == m_strName)
-                removed += reference;
-        }
-    }
-
-    const QString m_strName;
-};
+    return removed;
+}
 
 } // namespace
 
@@ -326,7 +285,7 @@ private Q_SLOTS:
             SCLElement* ied = document->Root()->FindChild("IED", "name", "A", false);
             if (!ied)
                 continue;
-            const QList<SCLElement*> expected = PlainDelete(document->Root(), "A").removed;
+            const QList<SCLElement*> expected = PlainDelete(document->Root(), "A");
             QList<SCLElement*> announced;
             QObject::connect(document, &SCLDocument::sigDeleteElement, document,
                              [&announced](SCLElement* element) { announced += element; });

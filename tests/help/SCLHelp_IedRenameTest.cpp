@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/AwkwardStation.h"
 #include "tests/support/ElementText.h"
+#include "tests/support/PlainWalks.h"
 #include "tests/support/SignalLog.h"
 #include "tests/support/TestControl.h"
 
@@ -87,38 +88,18 @@ class PlainRename
 {
 public:
     PlainRename(SCLElement* root, const QString& oldName, const QString& newName)
-        : m_strOldName(oldName), m_strNewName(newName)
+        : m_strOldName(oldName), m_strNewName(newName),
+          followers(PlainNaming(oldName, PlainConnectedAPs(root)))
     {
-        if (SCLElement* communication = root->GetFirstChild("Communication")) {
-            const QList<SCLElement*> subNetworks = Children(communication, "SubNetwork");
-            for (SCLElement* subNetwork : subNetworks)
-                Take(Children(subNetwork, "ConnectedAP"));
-        }
-        const QList<SCLElement*> ieds = Children(root, "IED");
-        for (SCLElement* ied : ieds)
-            TakeFromIed(ied);
-    }
-
-    QList<SCLElement*> followers;
-    QHash<SCLElement*, QString> identifiers;
-
-private:
-    static QList<SCLElement*> Children(SCLElement* parent, const QString& tag)
-    {
-        return parent ? parent->FindChildByType(tag, false) : QList<SCLElement*>();
-    }
-
-    void TakeFromIed(SCLElement* ied)
-    {
-        const QList<SCLElement*> accessPoints = Children(ied, "AccessPoint");
-        for (SCLElement* accessPoint : accessPoints) {
-            const QList<SCLElement*> lDevices =
-                Children(accessPoint->GetFirstChild("Server"), "LDevice");
+        const QList<SCLElement*> ieds = PlainChildren(root, "IED");
+        for (SCLElement* ied : ieds) {
+            const QList<SCLElement*> lDevices = PlainLDevices(ied);
             for (SCLElement* lDevice : lDevices)
                 TakeFromLDevice(ied, lDevice);
         }
     }
 
+private:
     void TakeFromLDevice(SCLElement* ied, SCLElement* lDevice)
     {
         SCLElement* ln0 = lDevice->GetFirstChild("LN0");
@@ -126,34 +107,22 @@ private:
             return;
         if (ied->GetAttribute("name") == m_strNewName) {
             const QList<SCLElement*> controls =
-                Children(ln0, "GSEControl") + Children(ln0, "SampledValueControl");
+                PlainChildren(ln0, "GSEControl") + PlainChildren(ln0, "SampledValueControl");
             for (SCLElement* control : controls)
                 identifiers[control] = m_strNewName + lDevice->GetAttribute("inst") + "/LLN0." +
                                        control->GetAttribute("name");
         }
-        const QList<SCLElement*> nodes = QList<SCLElement*>({ln0}) + Children(lDevice, "LN");
+        const QList<SCLElement*> nodes = PlainNodes(lDevice);
         for (SCLElement* node : nodes)
-            TakeFromNode(node);
-    }
-
-    void TakeFromNode(SCLElement* node)
-    {
-        Take(Children(node->GetFirstChild("Inputs"), "ExtRef"));
-        const QList<SCLElement*> reports = Children(node, "ReportControl");
-        for (SCLElement* report : reports)
-            Take(Children(report->GetFirstChild("RptEnabled"), "ClientLN"));
-    }
-
-    void Take(const QList<SCLElement*>& references)
-    {
-        for (SCLElement* reference : references) {
-            if (reference->GetAttribute("iedName") == m_strOldName)
-                followers += reference;
-        }
+            followers += PlainNaming(m_strOldName, PlainReferences(node));
     }
 
     const QString m_strOldName;
     const QString m_strNewName;
+
+public:
+    QList<SCLElement*> followers;
+    QHash<SCLElement*, QString> identifiers;
 };
 
 // The identifier of each control block, whichever of the two attributes holds it.
