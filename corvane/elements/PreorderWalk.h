@@ -2,8 +2,11 @@
 #pragma once
 
 #include <corvane/elements/SCLElement.h>
+#include <corvane/elements/TagNesting.h>
 
 #include <QVarLengthArray>
+
+#include <cstring>
 
 namespace Corvane::Internal
 {
@@ -15,6 +18,11 @@ class PreorderWalk
 {
 public:
     explicit PreorderWalk(const SCLElement* top) { Enter(top); }
+    /// Leaves out the elements of all other tags than \a entered, with all below them.
+    PreorderWalk(const SCLElement* top, const TagSet& entered) : m_pEntered(&entered)
+    {
+        Enter(top);
+    }
 
     /// The next descendant, or null at the end.
     SCLElement* Next()
@@ -23,28 +31,13 @@ public:
             Level& level = m_stack.last();
             if (level.child != level.childEnd) {
                 SCLElement* element = *level.child++;
+                FetchAhead(level);
                 Enter(element);
                 return element;
             }
-            LeaveGroup(level);
-        }
-        return nullptr;
-    }
-
-    /// The next descendant that has children, or null at the end. For searches among children, to
-    /// which all others are of no interest.
-    SCLElement* NextParent()
-    {
-        while (!m_stack.isEmpty()) {
-            Level& level = m_stack.last();
-            while (level.child != level.childEnd) {
-                SCLElement* element = *level.child++;
-                if (!element->m_mapChild.isEmpty()) {
-                    Enter(element);
-                    return element;
-                }
-            }
-            LeaveGroup(level);
+            ++level.group;
+            if (!EnterGroup(level))
+                m_stack.removeLast();
         }
         return nullptr;
     }
@@ -57,20 +50,35 @@ private:
         Groups::const_iterator groupEnd;
         QList<SCLElement*>::const_iterator child;
         QList<SCLElement*>::const_iterator childEnd;
-
-        void EnterGroup()
-        {
-            child = group.value().constBegin();
-            childEnd = group.value().constEnd();
-        }
     };
 
-    void LeaveGroup(Level& level)
+    // Siblings follow one another, and where their children are hangs from two pointers each: so one
+    // is followed for the next sibling and one for that behind it, while this one is looked at.
+    static void FetchAhead(const Level& level)
     {
-        if (++level.group == level.groupEnd)
-            m_stack.removeLast();
-        else
-            level.EnterGroup();
+#ifdef __GNUC__
+        if (level.childEnd - level.child < 2)
+            return;
+        static_assert(sizeof(Groups) == sizeof(const void*));
+        const void* groups = nullptr;
+        std::memcpy(&groups, &level.child[0]->m_mapChild, sizeof(groups));
+        __builtin_prefetch(groups);
+        __builtin_prefetch(&level.child[1]->m_mapChild);
+#else
+        Q_UNUSED(level);
+#endif
+    }
+
+    // That group, or the next one to be entered.
+    bool EnterGroup(Level& level) const
+    {
+        while (level.group != level.groupEnd && m_pEntered && !m_pEntered->Has(level.group.key()))
+            ++level.group;
+        if (level.group == level.groupEnd)
+            return false;
+        level.child = level.group.value().constBegin();
+        level.childEnd = level.group.value().constEnd();
+        return true;
     }
 
     void Enter(const SCLElement* element)
@@ -79,11 +87,12 @@ private:
         if (groups.isEmpty())
             return;
         Level level{groups.constBegin(), groups.constEnd(), {}, {}};
-        level.EnterGroup();
-        m_stack.append(level);
+        if (EnterGroup(level))
+            m_stack.append(level);
     }
 
     QVarLengthArray<Level, 32> m_stack;
+    const TagSet* m_pEntered = nullptr;
 };
 
 } // namespace Corvane::Internal

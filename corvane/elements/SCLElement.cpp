@@ -7,6 +7,7 @@
 #include <corvane/elements/PreorderWalk.h>
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLNamePool.h>
+#include <corvane/elements/TagNesting.h>
 
 namespace Corvane
 {
@@ -16,6 +17,7 @@ using Internal::ChangeStamp;
 using Internal::NodeStore;
 using Internal::PreorderWalk;
 using Internal::SCLNamePool;
+using Internal::TagNesting;
 
 namespace
 {
@@ -51,7 +53,7 @@ SCLElement& SCLElement::operator=(const SCLElement& other)
 {
     if (this == &other)
         return *this;
-    m_uTagId = other.m_uTagId;
+    Retag(other.m_uTagId);
     m_strValue = other.m_strValue;
     m_pElementType = other.m_pElementType;
     m_pDocument = other.m_pDocument;
@@ -60,6 +62,15 @@ SCLElement& SCLElement::operator=(const SCLElement& other)
     m_mapChild = other.m_mapChild;
     ChangeStamp::Move();
     return *this;
+}
+
+// It stays in its parent's group, which from now on holds what the new tag holds as well.
+void SCLElement::Retag(unsigned short tagId)
+{
+    TagNesting::Note(m_uTagId, tagId);
+    m_uTagId = tagId;
+    for (auto it = m_mapChild.constBegin(); it != m_mapChild.constEnd(); ++it)
+        TagNesting::Note(tagId, it.key());
 }
 
 void* SCLElement::operator new(std::size_t size)

@@ -312,6 +312,8 @@ private:
 
     SCLAttribute* AttributeOfId(unsigned short nameId) const;
     const QList<SCLElement*>* Group(unsigned short tagId) const;
+    QList<SCLElement*>& GroupFor(unsigned short tagId);
+    void Retag(unsigned short tagId);
     bool CompareAttribute(const Internal::AttributeCriterion& criterion) const;
     SCLElement* FirstMatch(unsigned short tagId,
                            const Internal::AttributeCriterion& criterion) const;

@@ -117,7 +117,7 @@ private:
         const unsigned short tagId = SCLNamePool::Instance()->InternTag(m_input.TakeText());
         if (element->m_uTagId != tagId)
             element->m_pElementType = nullptr;
-        element->m_uTagId = tagId;
+        element->Retag(tagId);
     }
 
     void ReadAttributes(SCLElement* element)
@@ -197,7 +197,7 @@ private:
 
     static void Attach(SCLElement* parent, SCLElement* child)
     {
-        QList<SCLElement*>& group = parent->m_mapChild[child->m_uTagId];
+        QList<SCLElement*>& group = parent->GroupFor(child->m_uTagId);
         if (group.isEmpty())
             group.reserve(1); // most stay at one; an append would make room for more
         group.append(child);

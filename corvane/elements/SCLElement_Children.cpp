@@ -6,6 +6,7 @@
 #include <corvane/elements/PreorderWalk.h>
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLNamePool.h>
+#include <corvane/elements/TagNesting.h>
 
 #include <utility>
 #include <vector>
@@ -17,6 +18,7 @@ using Internal::ChangeReport;
 using Internal::ChangeStamp;
 using Internal::PreorderWalk;
 using Internal::SCLNamePool;
+using Internal::TagNesting;
 
 namespace
 {
@@ -36,6 +38,13 @@ const QList<SCLElement*>* SCLElement::Group(unsigned short tagId) const
 {
     const auto it = m_mapChild.constFind(tagId);
     return it == m_mapChild.constEnd() ? nullptr : &it.value();
+}
+
+// Every group begins here, so that searches know where to look.
+QList<SCLElement*>& SCLElement::GroupFor(unsigned short tagId)
+{
+    TagNesting::Note(m_uTagId, tagId);
+    return m_mapChild[tagId];
 }
 
 bool SCLElement::HasChild(const SCLElement* child) const
@@ -61,7 +70,7 @@ SCLElement* SCLElement::CreateSilently(const QString& tag, int pos)
     const unsigned short tagId = SCLNamePool::Instance()->AddTagToNamePool(tag);
     if (tagId == SCLNamePool::m_uInvalidId)
         return nullptr;
-    QList<SCLElement*>& group = m_mapChild[tagId];
+    QList<SCLElement*>& group = GroupFor(tagId);
     if (pos > group.size())
         return nullptr;
     auto* child = new SCLElement(tagId, m_pDocument, this);
@@ -99,7 +108,7 @@ bool SCLElement::AttachChild(SCLElement* child, int pos, bool notify)
 {
     if (!child || IsInside(child))
         return false;
-    QList<SCLElement*>& group = m_mapChild[child->m_uTagId];
+    QList<SCLElement*>& group = GroupFor(child->m_uTagId);
     if (group.contains(child) || pos > group.size())
         return false;
     InsertAt(group, pos, child);
@@ -237,7 +246,7 @@ SCLElement* SCLElement::Clone(bool deep)
         const auto [source, clone] = pending.back();
         pending.pop_back();
         for (auto it = source->m_mapChild.constBegin(); it != source->m_mapChild.constEnd(); ++it) {
-            QList<SCLElement*>& group = clone->m_mapChild[it.key()];
+            QList<SCLElement*>& group = clone->GroupFor(it.key());
             group.reserve(it.value().size());
             for (const SCLElement* child : it.value()) {
                 SCLElement* copy = child->CloneNode();

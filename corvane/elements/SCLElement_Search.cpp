@@ -6,6 +6,7 @@
 #include <corvane/elements/SCLAttribute.h>
 #include <corvane/elements/SCLNamePool.h>
 #include <corvane/elements/SCLVocabulary.h>
+#include <corvane/elements/TagNesting.h>
 
 #include <algorithm>
 
@@ -15,6 +16,7 @@ namespace Corvane
 using Internal::AttributeCriterion;
 using Internal::PreorderWalk;
 using Internal::SCLNamePool;
+using Internal::TagNesting;
 
 namespace
 {
@@ -107,8 +109,8 @@ SCLElement* SCLElement::FindChild(const QString& tag, const AttributeCriterion& 
     SCLElement* match = FirstMatch(tagId, criterion);
     if (match || !recursive)
         return match;
-    PreorderWalk walk(this);
-    while (SCLElement* element = walk.NextParent()) {
+    PreorderWalk walk(this, TagNesting::HoldersOf(tagId));
+    while (SCLElement* element = walk.Next()) {
         if ((match = element->FirstMatch(tagId, criterion)))
             return match;
     }
@@ -147,8 +149,8 @@ QList<SCLElement*> SCLElement::FindChildByType(const QString& tag, bool recursiv
         matches = *group;
     if (!recursive)
         return matches;
-    PreorderWalk walk(this);
-    while (const SCLElement* element = walk.NextParent()) {
+    PreorderWalk walk(this, TagNesting::HoldersOf(tagId));
+    while (const SCLElement* element = walk.Next()) {
         if (const QList<SCLElement*>* group = element->Group(tagId))
             matches += *group;
     }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <corvane/elements/SeededHash.h>
-
+#include <QHash>
 #include <QString>
 #include <QStringView>
 
@@ -24,14 +23,14 @@ public:
             return QString::fromLatin1("");
         if (view.size() > longest)
             return view.toString();
-        QString& place = m_places[SeededHash(view) % count];
+        QString& place = m_places[qHash(view, 0) % count];
         if (QStringView(place) != view)
             place = view.toString();
         return place;
     }
 
 private:
-    // Each text has one place, so that no image can make it grow.
+    // Each text has one place, so that no input can make it grow.
     static constexpr std::size_t count = 4096;
     static constexpr int longest = 40;
 

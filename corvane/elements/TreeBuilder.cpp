@@ -6,15 +6,10 @@
 #include <corvane/elements/SCLElement.h>
 #include <corvane/elements/SCLNamePool.h>
 
-#include <QHash>
-
 namespace Corvane::Internal
 {
 
-TreeBuilder::TreeBuilder(SCLDocument* document)
-    : m_pDocument(document), m_pShared(new std::array<QString, SharedCount>)
-{
-}
+TreeBuilder::TreeBuilder(SCLDocument* document) : m_pDocument(document) {}
 
 SCLElement* TreeBuilder::StartElement(QStringView tag)
 {
@@ -33,7 +28,7 @@ void TreeBuilder::AppendTo(OpenElement& parent, SCLElement* child)
 {
     if (parent.lastTagId != child->m_uTagId) {
         parent.lastTagId = child->m_uTagId;
-        parent.lastGroup = &parent.element->m_mapChild[child->m_uTagId];
+        parent.lastGroup = &parent.element->GroupFor(child->m_uTagId);
         if (parent.lastGroup->isEmpty())
             parent.lastGroup->reserve(1); // most stay at one; an append would make room for more
     }
@@ -51,7 +46,9 @@ bool TreeBuilder::AddAttribute(QStringView name, QStringView value)
     const unsigned short nameId = SCLNamePool::Instance()->InternAtt(name);
     if (nameId == SCLNamePool::m_uInvalidId)
         return false;
-    m_openElements.last().element->m_listAttribute.append(new SCLAttribute(nameId, Shared(value)));
+    // What a file says is never null.
+    const QString text = m_texts.Text(value.isNull() ? QStringView(u"") : value);
+    m_openElements.last().element->m_listAttribute.append(new SCLAttribute(nameId, text));
     ChangeStamp::Move();
     return true;
 }
@@ -62,7 +59,7 @@ void TreeBuilder::AppendText(QStringView text)
         return;
     QString& value = m_openElements.last().element->m_strValue;
     if (value.isEmpty())
-        value = Shared(text);
+        value = m_texts.Text(text);
     else
         value.append(text.data(), static_cast<decltype(value.size())>(text.size()));
     ChangeStamp::Move();
@@ -72,18 +69,6 @@ void TreeBuilder::EndElement()
 {
     if (!IsOutside())
         m_openElements.removeLast();
-}
-
-QString TreeBuilder::Shared(QStringView text)
-{
-    if (text.isEmpty())
-        return QString::fromLatin1("");
-    if (text.size() > LongestShared)
-        return text.toString();
-    QString& slot = (*m_pShared)[qHash(text, 0) % SharedCount];
-    if (QStringView(slot) != text)
-        slot = text.toString();
-    return slot;
 }
 
 } // namespace Corvane::Internal

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QList>
-#include <QString>
+#include <corvane/elements/SharedTexts.h>
+
 #include <QStringView>
 #include <QVector>
-
-#include <array>
-#include <memory>
 
 namespace Corvane
 {
@@ -48,15 +45,9 @@ private:
     };
 
     void AppendTo(OpenElement& parent, SCLElement* child);
-    QString Shared(QStringView text);
-
-    // Direct-mapped, so that no file can make it grow.
-    static constexpr std::size_t SharedCount = 4096;
-    static constexpr int LongestShared = 40;
-
     SCLDocument* m_pDocument;
     QVector<OpenElement> m_openElements;
-    std::unique_ptr<std::array<QString, SharedCount>> m_pShared;
+    SharedTexts m_texts;
 };
 
 } // namespace Internal
