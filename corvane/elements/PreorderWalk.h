@@ -60,8 +60,9 @@ private:
         if (level.childEnd - level.child < 2)
             return;
         static_assert(sizeof(Groups) == sizeof(const void*));
+        const void* next = &level.child[0]->m_mapChild;
         const void* groups = nullptr;
-        std::memcpy(&groups, &level.child[0]->m_mapChild, sizeof(groups));
+        std::memcpy(&groups, next, sizeof(groups));
         __builtin_prefetch(groups);
         __builtin_prefetch(&level.child[1]->m_mapChild);
 #else
