@@ -181,6 +181,20 @@ bool RefersTo(const LDeviceNames& names, const QString& reference)
     return end >= 0 && names.contains(reference.mid(begin, end - begin));
 }
 
+// The values of a data instance that are object references into one of these.
+QList<SCLElement*> ReferringValues(const LDeviceNames& names, SCLElement* data)
+{
+    QList<SCLElement*> referring;
+    if (!IsObjectReference(NameOf(data)))
+        return referring;
+    const QList<SCLElement*> values = data->FindChildByType(Tag::Val, false);
+    for (SCLElement* value : values) {
+        if (RefersTo(names, value->GetValue()))
+            referring.append(value);
+    }
+    return referring;
+}
+
 // The text with the name that it begins with replaced, and all else of it kept.
 QString WithNewBegin(QString text, const QString& oldName, const QString& newName)
 {
@@ -297,13 +311,9 @@ private:
 
     void LookAtData(SCLElement* data)
     {
-        if (!IsObjectReference(NameOf(data)))
-            return;
-        const QList<SCLElement*> values = data->FindChildByType(Tag::Val, false);
-        for (SCLElement* value : values) {
-            if (RefersTo(m_lDevices, value->GetValue()))
-                m_changes.SetText(value, Renamed(value->GetValue()));
-        }
+        const QList<SCLElement*> values = ReferringValues(m_lDevices, data);
+        for (SCLElement* value : values)
+            m_changes.SetText(value, Renamed(value->GetValue()));
     }
 
     void SetOwnId(SCLElement* block, const QString& attribute)
@@ -438,13 +448,9 @@ private:
 
     void LookAtData(SCLElement* data)
     {
-        if (!IsObjectReference(NameOf(data)))
-            return;
-        const QList<SCLElement*> values = data->FindChildByType(Tag::Val, false);
-        for (SCLElement* value : values) {
-            if (RefersTo(m_lDevices, value->GetValue()))
-                m_changes.SetText(value, QString::fromLatin1(""));
-        }
+        const QList<SCLElement*> values = ReferringValues(m_lDevices, data);
+        for (SCLElement* value : values)
+            m_changes.SetText(value, QString::fromLatin1(""));
     }
 
     SCLElement* const m_pIed;
