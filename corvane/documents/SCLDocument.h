@@ -117,8 +117,9 @@ public:
     /// Changes go out with the usual signals; a CRC that is the same changes nothing. Register a
     /// schema first. Progress rises by one for each IED. Events are processed, user input excluded,
     /// after each IED: what timers and slots change meanwhile counts for the IEDs that follow, an
-    /// IED that they take out is passed over, one that they add is not looked at. Without a root
-    /// nothing happens.
+    /// IED that they take out is passed over, one that they add is not looked at. A slot on a change
+    /// must not take out the very `Private` that the change is about, nor the IED that holds it.
+    /// Without a root nothing happens.
     void UpdateCrcCode();
 
 Q_SIGNALS:
